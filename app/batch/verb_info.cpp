@@ -1,0 +1,109 @@
+// zendrite-batch info: loads files into the store as the window does and
+// reports each slot.
+#include <cstdio>
+#include <string>
+
+#include "app/batch/batch_verbs.h"
+#include "app/store/add_profile.h"
+#include "app/store/zendrite_param_global.h"
+#include "patterns/format_table.h"
+#include "support/fixed_text.h"
+
+namespace zendrite {
+namespace {
+
+std::string g(float v) {
+    char buf[48];
+    std::snprintf(buf, sizeof buf, "%.7g", static_cast<double>(v));
+    return buf;
+}
+
+std::string mode_list() {
+    std::string s;
+    for (const auto& r : hxl::Format_Rows()) s += (s.empty() ? "" : ", ") + std::string(r.mode);
+    return s;
+}
+
+void report(int slot, std::ostream& out, bool points) {
+    const ZENDRITE_STORE& st = zendrite_param_global();
+    const auto& p = st.pattern[static_cast<std::size_t>(slot)];
+    const auto& info = st.info[static_cast<std::size_t>(slot)];
+    out << "slot " << slot << "\n"
+        << "  file     " << hxl::Trim(info.prf_dir) << hxl::Trim(info.prf_name) << "\n"
+        << "  format   " << hxl::Trim(info.prf_format) << "\n"
+        << "  type     " << hxl::Trim(info.prf_type) << "\n"
+        << "  instr    " << hxl::Trim_Right(p.instr) << "\n"
+        << "  title    " << hxl::Trim(p.title) << "\n"
+        << "  scat_var " << hxl::Trim(p.scat_var) << "\n"
+        << "  npts     " << p.npts << "\n"
+        << "  xmin     " << g(p.xmin) << "\n"
+        << "  xmax     " << g(p.xmax) << "\n"
+        << "  step     " << g(p.step) << "\n"
+        << "  ymin     " << g(p.ymin) << "\n"
+        << "  ymax     " << g(p.ymax) << "\n"
+        << "  monitor  " << g(p.monitor) << "\n"
+        << "  lambda1  " << g(p.lambda1) << "\n"
+        << "  lambda2  " << g(p.lambda2) << "\n"
+        << "  tsamp    " << g(p.tsamp) << "\n";
+    if (!points) return;
+    out << "  points (x y sigma)\n";
+    for (int i = 1; i <= p.npts; ++i) out << "  " << g(p.x(i)) << " " << g(p.y(i)) << " " << g(p.sigma(i)) << "\n";
+}
+
+int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    std::vector<std::string> files;
+    std::string mode;
+    bool points = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "--format") {
+            if (i + 1 >= args.size()) {
+                err << "zendrite-batch info: --format needs a mode (" << mode_list() << ")\n";
+                return 2;
+            }
+            mode = args[++i];
+        } else if (args[i] == "--points") {
+            points = true;
+        } else if (hxl::Starts_With(args[i], "--")) {
+            err << "zendrite-batch info: unknown option " << args[i] << "\n";
+            return 2;
+        } else {
+            files.push_back(args[i]);
+        }
+    }
+    if (files.empty()) {
+        err << "zendrite-batch info: no file given\n";
+        return 2;
+    }
+    int forced = 0;
+    if (!mode.empty() && (forced = hxl::Format_Row_From_Mode(mode)) == 0) {
+        err << "zendrite-batch info: unknown format " << mode << " (one of " << mode_list() << ")\n";
+        return 2;
+    }
+    int status = 0;
+    for (const auto& f : files) {
+        int row = hxl::Format_Row_From_Extension(hxl::Upper_Extension(f));
+        if (row == 0) row = forced;
+        if (row == 0) {
+            err << "ERROR in file: " << f << " the format of this extension is not known: give --format MODE ("
+                << mode_list() << ")\n";
+            status = 1;
+            continue;
+        }
+        LOAD_RESULT r = Load_Data_File(f, row);
+        for (const auto& m : r.messages) err << m << "\n";
+        if (r.slots.empty()) status = 1;
+        for (int slot : r.slots) report(slot, out, points);
+        if (r.limit_reached) break;
+    }
+    return status;
+}
+
+const bool registered = Register_Batch_Verb(
+    {"info", "info FILE... [--format MODE] [--points]",
+     "      loads each file as the window does (format by extension, else MODE)\n"
+     "      and prints, for each slot, its file, format, texts, limits and wavelengths;\n"
+     "      --points adds the points (x y sigma)",
+     run_info});
+
+}  // namespace
+}  // namespace zendrite

@@ -1,0 +1,133 @@
+#include "app/store/add_profile.h"
+
+#include "app/store/zendrite_param_global.h"
+#include "patterns/format_table.h"
+#include "patterns/read_pattern.h"
+#include "support/fixed_text.h"
+
+namespace zendrite {
+namespace {
+
+// The reflection arrays exist for every profile, empty when it has none.
+void empty_reflections(PRF_INFO_ADD_TYPE& info) {
+    info.refl_code.resize(0);
+    info.refl_kind.resize(0);
+    info.refl_phase.resize(0);
+    info.refl_pos.resize(0);
+    info.refl_label.resize(0);
+}
+
+std::string check_read(const DIFFRACTION_PATTERN_TYPE& p) {
+    if (p.xmin >= p.xmax) return "xmin value >= xmax value";
+    if (p.npts < 1) return "npts<1";
+    if (p.x.size() < p.npts || p.x(1) >= p.x(p.npts)) return "x(1)>=x(npts)";
+    return {};
+}
+
+// Fills the information record of a slot holding a pattern just read.
+bool enter_slot(int slot, int row, LOAD_RESULT& result) {
+    ZENDRITE_STORE& g = zendrite_param_global();
+    auto& p = g.pattern[static_cast<std::size_t>(slot)];
+    auto& info = g.info[static_cast<std::size_t>(slot)];
+    Clear_Prf_Info(info);
+    info.prf_name = p.filename;
+    info.prf_dir = p.filepath;
+    info.prf_format = std::string(hxl::Format_Row(row).mode);
+    float calc = 0.0f;
+    for (int i = 2; i <= 10 && i <= p.ycalc.size(); ++i) calc += p.ycalc(i);
+    g.plot_calc[static_cast<std::size_t>(slot)] = false;
+    g.plot_bgr[static_cast<std::size_t>(slot)] = false;
+    if (slot <= kRietveldSlots && calc > 0.0001f) {  // the limit of 20 slots is deliberate
+        info.prf_type = "RIETV";
+        g.plot_calc[static_cast<std::size_t>(slot)] = true;
+        if (row == hxl::kRowCif) g.plot_bgr[static_cast<std::size_t>(slot)] = true;
+    } else {
+        info.prf_type = "DATA";
+    }
+    empty_reflections(info);
+    std::string message;
+    if (!Identify_X_Space(slot, message)) {
+        result.messages.push_back(message);
+        Clear_Pattern_Record(p);
+        Clear_Prf_Info(info);
+        return false;
+    }
+    result.slots.push_back(slot);
+    return true;
+}
+
+}  // namespace
+
+bool Identify_X_Space(int, std::string&) { return true; }
+
+void Add_Recent_File(const std::string& name) {
+    auto& r = zendrite_param_global().recent;
+    const std::string n = hxl::Cut(hxl::Trim(name), 200);
+    int at = kMaxRecent;
+    for (int i = 1; i <= kMaxRecent; ++i)
+        if (r[static_cast<std::size_t>(i)] == n) { at = i; break; }
+    for (int i = at; i > 1; --i) r[static_cast<std::size_t>(i)] = r[static_cast<std::size_t>(i - 1)];
+    r[1] = n;
+}
+
+LOAD_RESULT Load_Data_File(const std::string& fullname, int row) {
+    LOAD_RESULT result;
+    ZENDRITE_STORE& g = zendrite_param_global();
+    const std::string name = hxl::Trim(fullname);
+    if (g.nperfiles + 1 > kMaxProfiles) {
+        result.messages.push_back(kMsgMaxProfiles);
+        result.limit_reached = true;
+        return result;
+    }
+    if (row == hxl::kRowIsis) {
+        std::vector<DIFFRACTION_PATTERN_TYPE> set(static_cast<std::size_t>(kMaxProfiles - g.nperfiles));
+        int count = 0;
+        hxl::Read_Pattern_Set(name, set, count, std::string(hxl::Format_Row(row).mode));
+        if (hxl::ERR_Pattern) {
+            result.messages.push_back("ERROR in file: " + name + hxl::ERR_Pattern_Mess);
+            return result;
+        }
+        for (int i = 0; i < count; ++i) {
+            if (g.nperfiles + 1 > kMaxProfiles) {
+                result.messages.push_back(kMsgMaxProfiles);
+                result.limit_reached = true;
+                break;
+            }
+            auto& p = set[static_cast<std::size_t>(i)];
+            if (std::string why = check_read(p); !why.empty()) {
+                result.messages.push_back("ERROR Opening file: " + name + why);
+                continue;
+            }
+            const int slot = ++g.nperfiles;
+            g.pattern[static_cast<std::size_t>(slot)] = std::move(p);
+            if (!enter_slot(slot, row, result)) --g.nperfiles;
+        }
+        if (!result.slots.empty()) Add_Recent_File(name);
+        return result;
+    }
+
+    const int slot = ++g.nperfiles;
+    auto& p = g.pattern[static_cast<std::size_t>(slot)];
+    Clear_Pattern_Record(p);
+    hxl::Read_Pattern(name, p, std::string(hxl::Format_Row(row).mode));
+    if (hxl::ERR_Pattern) {
+        result.messages.push_back("ERROR in file: " + name + hxl::ERR_Pattern_Mess);
+        Clear_Pattern_Record(p);
+        --g.nperfiles;
+        return result;
+    }
+    if (std::string why = check_read(p); !why.empty()) {
+        result.messages.push_back("ERROR Opening file: " + name + why);
+        Clear_Pattern_Record(p);
+        --g.nperfiles;
+        return result;
+    }
+    if (!enter_slot(slot, row, result)) {
+        --g.nperfiles;
+        return result;
+    }
+    Add_Recent_File(name);
+    return result;
+}
+
+}  // namespace zendrite

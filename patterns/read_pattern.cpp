@@ -1,0 +1,197 @@
+#include "patterns/read_pattern.h"
+
+#include <cmath>
+#include <filesystem>
+
+#include "patterns/format_table.h"
+#include "patterns/pattern_readers.h"
+#include "support/fixed_text.h"
+#include "support/text_unit.h"
+
+namespace hxl {
+namespace {
+
+bool file_exists(const std::string& name) {
+    std::error_code ec;
+    return std::filesystem::is_regular_file(name, ec);
+}
+
+// The fixed values a case row writes after its reader returned.
+void fixed_kind(DIFFRACTION_PATTERN_TYPE& p, const char* kind, const char* scat, const char* xax) {
+    p.diff_kind = kind;
+    p.scat_var = scat;
+    p.xax_text = xax;
+    p.yax_text = "Intensity (arb. units)";
+    p.ct_step = true;
+}
+
+void set_instr(DIFFRACTION_PATTERN_TYPE& p, int row, const std::string& mode) {
+    p.instr = Cut(std::string(Format_Row(row).code) + mode, kInstrLen);
+}
+
+}  // namespace
+
+void Split_File_Name(const std::string& fullname, std::string& path, std::string& name) {
+    std::size_t sep = fullname.find_last_of('/');
+    if (sep == std::string::npos) {
+        name = Cut(fullname, kFileLen);
+        path = "./";
+    } else {
+        name = Cut(fullname.substr(sep + 1), kFileLen);
+        path = Cut(fullname.substr(0, sep + 1), kFileLen);
+    }
+}
+
+void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const std::optional<std::string>& mode,
+                  std::optional<bool> sig, std::string* header) {
+    Clear_Pattern_Error();
+    const std::string name = Trim(filename);
+    if (!file_exists(name)) {
+        Set_Pattern_Error(" The file " + name + " doesn't exist");
+        return;
+    }
+    Text_Unit unit;
+    if (!unit.Open(name)) {
+        Set_Pattern_Error(" Error opening the file: " + name);
+        return;
+    }
+    Split_File_Name(name, p.filepath, p.filename);
+
+    std::string work = mode ? Cut(Trim(Upper(*mode)), 12) : std::string("DEFAULT");
+    std::string bank;
+    if (Starts_With(work, "GSASTOF")) {
+        bank = (work.size() < 8 || work[7] == ' ') ? std::string("TOF ") : std::string("TOF") + work[7];
+        work = "GSASTOF";
+    }
+    const std::string ext = Upper_Extension(p.filename);
+
+    auto row_of = [](const char* m) { return Format_Row_From_Mode(m); };
+    if (work == "CIF") {
+        Read_Pattern_Cif(unit, p);
+        p.yax_text = "Intensity (arb. units)";
+        set_instr(p, kRowCif, work);
+        p.ct_step = false;
+    } else if (work == "KV8" || work == "KW2") {
+        Read_Pattern_KV8(unit, p);
+        fixed_kind(p, "neutrons_cw", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("KV8"), work);
+    } else if (work == "NLS") {
+        Read_Pattern_NLS(unit, p);
+        fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("NLS"), work);
+    } else if (work == "KG1") {
+        Read_Pattern_KG1(unit, p);
+        fixed_kind(p, "neutrons_cw", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("KG1"), work);
+    } else if (work == "KV7" || work == "KV9" || work == "KG3" || work == "KG4") {
+        Read_Pattern_KV7(unit, p);
+        fixed_kind(p, "neutrons_cw", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("KV7"), work);
+    } else if (work == "KV7OLD" || work == "KV9OLD" || work == "OLDKV7" || work == "OLDKV9") {
+        Read_Pattern_KV7_Old(unit, p);
+        fixed_kind(p, "neutrons_cw", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("KV7OLD"), work);
+    } else if (work == "DMC" || work == "HRPT") {
+        Read_Pattern_DMC(unit, p);
+        fixed_kind(p, "neutrons_cw", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("DMC"), work);
+    } else if (work == "SOCABIM") {
+        Read_Pattern_Socabim(unit, p);
+        fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
+        set_instr(p, kRowSocabim, work);
+    } else if (work == "XYSIGMA") {
+        const std::size_t dot = p.filename.rfind('.');
+        const bool gr = dot != std::string::npos && p.filename.substr(dot) == ".gr";
+        Read_Pattern_XYSigma(unit, p, gr, header);
+        if (!gr) {
+            p.diff_kind = "unknown";
+            set_instr(p, kRowXYSigma, work);
+        }
+        if (Is_Blank(p.scat_var) && p.npts >= 1 && p.x.size() >= p.npts)
+            p.scat_var = p.x(p.npts) > 180.0f ? "TOF" : "2theta";
+    } else if (work == "GSAS") {
+        Read_Pattern_GSAS(unit, p, "");
+        fixed_kind(p, "constant_wavelength", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("GSAS"), work);
+    } else if (work == "ISIS") {
+        std::vector<DIFFRACTION_PATTERN_TYPE> set(1);
+        set[0] = p;
+        int count = 0;
+        Read_Pattern_Isis(unit, set, count, "");
+        if (!set.empty()) p = std::move(set[0]);
+        fixed_kind(p, "neutrons_tof", "TOF", "TOF(micro-seconds)");
+        set_instr(p, kRowIsis, work);
+    } else if (work == "GSASTOF") {
+        Read_Pattern_GSAS(unit, p, bank);
+        fixed_kind(p, "neutrons_tof", "TOF", "TOF(micro-seconds)");
+        set_instr(p, row_of("GSASTOF"), work);
+    } else if (work == "PANALYTICAL") {
+        if (ext == ".CSV") Read_Pattern_Csv(unit, p);
+        else if (ext == ".UDF") Read_Pattern_Udf(unit, p);
+        else if (ext == ".JCP") Read_Pattern_Jcamp(unit, p);
+        else if (ext == ".XRDML") Read_Pattern_Xrdml(unit, p);
+        fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
+        set_instr(p, kRowPanalytical, work);
+    } else if (work == "TIMEVARIABLE") {
+        Read_Pattern_TimeVariable(unit, p);
+        fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
+        set_instr(p, row_of("TIMEVARIABLE"), work);
+    } else {
+        Read_Pattern_Free(unit, p, ext);
+        p.diff_kind = "unknown";
+        p.instr = std::string(Format_Row(kRowFree).code);
+        p.ct_step = true;
+        if (Is_Blank(p.yax_text)) p.yax_text = "Intensity (arb. units)";
+        if (!Is_Blank(p.xax_text) && Is_Blank(p.scat_var)) p.scat_var = "2theta";
+        if (Is_Blank(p.xax_text)) {
+            const bool tof = p.npts >= 1 && p.x.size() >= p.npts && p.x(p.npts) > 180.0f;
+            p.scat_var = tof ? "TOF" : "2theta";
+            p.xax_text = tof ? "TOF(micro-seconds)" : "2theta(degrees)";
+        }
+    }
+    unit.Close();
+
+    if (sig && *sig && !ERR_Pattern) {
+        const int n = std::min(p.npts, p.sigma.size());
+        for (int i = 1; i <= n; ++i) p.sigma(i) = std::sqrt(std::max(p.sigma(i), 0.0f));
+        p.sig_var = false;
+    }
+}
+
+void Read_Pattern_Set(const std::string& filename, std::vector<DIFFRACTION_PATTERN_TYPE>& patterns, int& count,
+                      const std::string& mode) {
+    Clear_Pattern_Error();
+    count = 0;
+    const std::string name = Trim(filename);
+    if (!file_exists(name)) {
+        Set_Pattern_Error(" The file " + name + " doesn't exist");
+        return;
+    }
+    Text_Unit unit;
+    if (!unit.Open(name)) {
+        Set_Pattern_Error(" Error opening the file " + name);
+        return;
+    }
+    const std::string work = Trim(Upper(mode));
+    if (work == "ISIS") {
+        Read_Pattern_Isis(unit, patterns, count, "");
+    } else if (work == "GSAS") {
+        // Listed for this reader but without a routine of its own: nothing is read.
+    } else {
+        Set_Pattern_Error(" Invalid Mode");
+        return;
+    }
+    if (ERR_Pattern) return;
+    std::string path, file;
+    Split_File_Name(name, path, file);
+    for (int i = 0; i < count && i < static_cast<int>(patterns.size()); ++i) {
+        auto& p = patterns[static_cast<std::size_t>(i)];
+        p.filename = file;
+        p.filepath = path;
+        p.xax_text = "TOF (micro-seconds)";
+        p.yax_text = "Intensity (arb. units)";
+        p.instr = Cut(" 14  - " + work, kInstrLen);
+    }
+}
+
+}  // namespace hxl

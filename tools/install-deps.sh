@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Installs, with apt-get, the Debian packages the build, the tests and the
+# pictures need; packages already present are left alone.
+set -euo pipefail
+packages=(
+  cmake ninja-build g++ clang libclang-rt-dev pkg-config
+  libeigen3-dev libcminpack-dev libgtest-dev libgmock-dev libbenchmark-dev
+  qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev
+  xvfb xauth python3 python3-gemmi libxy-bin gzip p7zip-full
+)
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if ((${#missing[@]})); then
+  echo "Installing: ${missing[*]}"
+  sudo_cmd=()
+  [ "$(id -u)" -ne 0 ] && sudo_cmd=(sudo)
+  "${sudo_cmd[@]}" apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
