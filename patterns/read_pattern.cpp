@@ -56,6 +56,7 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
         return;
     }
     Split_File_Name(name, p.filepath, p.filename);
+    p.sig_var = true;  // every reader fills sigma with variances, also when the record is reused
 
     std::string work = mode ? Cut(Trim(Upper(*mode)), 12) : std::string("DEFAULT");
     std::string bank;

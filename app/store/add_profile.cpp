@@ -24,8 +24,9 @@ std::string check_read(const DIFFRACTION_PATTERN_TYPE& p) {
     return {};
 }
 
-// Fills the information record of a slot holding a pattern just read.
-bool enter_slot(int slot, int row, LOAD_RESULT& result) {
+}  // namespace
+
+bool Enter_Read_Profile(int slot, int row, LOAD_RESULT& result) {
     ZENDRITE_STORE& g = zendrite_param_global();
     auto& p = g.pattern[static_cast<std::size_t>(slot)];
     auto& info = g.info[static_cast<std::size_t>(slot)];
@@ -55,8 +56,6 @@ bool enter_slot(int slot, int row, LOAD_RESULT& result) {
     result.slots.push_back(slot);
     return true;
 }
-
-}  // namespace
 
 bool Identify_X_Space(int, std::string&) { return true; }
 
@@ -100,7 +99,7 @@ LOAD_RESULT Load_Data_File(const std::string& fullname, int row) {
             }
             const int slot = ++g.nperfiles;
             g.pattern[static_cast<std::size_t>(slot)] = std::move(p);
-            if (!enter_slot(slot, row, result)) --g.nperfiles;
+            if (!Enter_Read_Profile(slot, row, result)) --g.nperfiles;
         }
         if (!result.slots.empty()) Add_Recent_File(name);
         return result;
@@ -122,7 +121,7 @@ LOAD_RESULT Load_Data_File(const std::string& fullname, int row) {
         --g.nperfiles;
         return result;
     }
-    if (!enter_slot(slot, row, result)) {
+    if (!Enter_Read_Profile(slot, row, result)) {
         --g.nperfiles;
         return result;
     }

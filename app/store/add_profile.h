@@ -16,6 +16,12 @@ struct LOAD_RESULT {
 // as Open_Data_File does for each selected file.
 LOAD_RESULT Load_Data_File(const std::string& fullname, int row);
 
+// Enters a pattern just read into `slot` (the store's newest slot): its
+// information record, the profile type ("RIETV" only in slots 1 to 20 with a
+// calculated column), empty reflection arrays and the X space check. False
+// when the X space check refused it; the message is added to `result`.
+bool Enter_Read_Profile(int slot, int row, LOAD_RESULT& result);
+
 // X space identification of a newly added slot; false with a message refuses it.
 bool Identify_X_Space(int slot, std::string& message);
 
