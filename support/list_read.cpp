@@ -1,8 +1,8 @@
 #include "support/list_read.h"
 
-#include <charconv>
-#include <cstring>
-#include <limits>
+#include <type_traits>
+
+#include "support/fortran_number.h"
 
 namespace hxl {
 namespace {
@@ -10,70 +10,10 @@ namespace {
 inline bool is_sep_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0'; }
 inline bool ends_token(char c) { return is_sep_blank(c) || c == ',' || c == '/'; }
 
-// Rewrites a Fortran real into the syntax from_chars accepts: no leading '+',
-// 'D'/'d'/'Q' exponents as 'e', and the bare signed exponent of "1.0+3".
-bool normalise(std::string_view w, char* buf, std::size_t cap, std::size_t& len) {
-    len = 0;
-    std::size_t i = 0;
-    if (i < w.size() && (w[i] == '+' || w[i] == '-')) {
-        if (w[i] == '-') buf[len++] = '-';
-        ++i;
-    }
-    bool mantissa = true, digits = false;
-    for (; i < w.size(); ++i) {
-        if (len + 2 >= cap) return false;
-        char c = w[i];
-        if (c >= '0' && c <= '9') { buf[len++] = c; digits = true; continue; }
-        if (c == '.' && mantissa) { buf[len++] = c; continue; }
-        if (mantissa && (c == 'd' || c == 'D' || c == 'e' || c == 'E' || c == 'q' || c == 'Q')) {
-            if (!digits) return false;
-            buf[len++] = 'e';
-            mantissa = false;
-            if (i + 1 < w.size() && w[i + 1] == '+') ++i;
-            continue;
-        }
-        if (mantissa && digits && (c == '+' || c == '-')) {
-            buf[len++] = 'e';
-            if (c == '-') buf[len++] = '-';
-            mantissa = false;
-            continue;
-        }
-        if (!mantissa && c == '-' && buf[len - 1] == 'e') { buf[len++] = c; continue; }
-        return false;
-    }
-    return digits;
-}
-
 template <class T>
-bool parse_real(std::string_view w, T& value) {
-    if (w.empty()) return false;
-    const char* b = w.data();
-    const char* e = b + w.size();
-    if (*b != '+') {
-        auto r = std::from_chars(b, e, value, std::chars_format::general);
-        if (r.ec == std::errc() && r.ptr == e) return true;
-        if (r.ec == std::errc::result_out_of_range) {
-            value = std::numeric_limits<T>::infinity();  // overflow reads as an infinite value
-            return true;
-        }
-    }
-    char buf[128];
-    std::size_t len;
-    if (!normalise(w, buf, sizeof buf, len)) return false;
-    auto r = std::from_chars(buf, buf + len, value, std::chars_format::general);
-    if (r.ec == std::errc::result_out_of_range) {
-        value = (buf[0] == '-') ? -std::numeric_limits<T>::infinity() : std::numeric_limits<T>::infinity();
-        return true;
-    }
-    return r.ec == std::errc() && r.ptr == buf + len;
-}
+bool parse_real(std::string_view w, T& value) { return Fortran_Real(w, 0, value); }
 
-bool parse_int(std::string_view w, int& value) {
-    if (!w.empty() && w.front() == '+') w.remove_prefix(1);
-    if (w.empty()) return false;
-    auto r = std::from_chars(w.data(), w.data() + w.size(), value);
-    return r.ec == std::errc() && r.ptr == w.data() + w.size();
-}
+bool parse_int(std::string_view w, int& value) { return Fortran_Integer(w, value); }
 
 template <class T>
 bool parse_value(std::string_view w, T& v) {
@@ -125,11 +65,14 @@ List_Result list_read(Lines& lines, T* out, int n) {
         }
         if (c == '/') return List_Result::Ok;
         std::size_t q = p;
-        while (q < len && !ends_token(s[q])) ++q;
+        std::size_t star = std::string_view::npos;
+        while (q < len && !ends_token(s[q])) {
+            if (s[q] == '*' && star == std::string_view::npos) star = q - p;
+            ++q;
+        }
         std::string_view tok(s + p, q - p);
         p = q;
         seen_value = true;
-        std::size_t star = tok.find('*');
         if (star == std::string_view::npos) {
             if (!parse_value(tok, out[k])) return List_Result::Bad_Value;
             ++k;

@@ -23,7 +23,8 @@ List_Result List_Read(std::string_view text, double* out, int n);
 List_Result List_Read(std::string_view text, int* out, int n);
 
 // One number in Fortran notation ("1.5", "-.5", "+2.", "1.5D-3", "1e5");
-// false when the whole text is not one number.
+// false when the whole text is not one number. Beyond the range of the type
+// a value reads as infinite, below it as zero.
 bool Parse_Real(std::string_view word, double& value);
 bool Parse_Real(std::string_view word, float& value);
 bool Parse_Integer(std::string_view word, int& value);
