@@ -1,6 +1,7 @@
 #include "support/fortran_number.h"
 
 #include <charconv>
+#include <cstdint>
 #include <limits>
 #include <type_traits>
 
@@ -90,6 +91,20 @@ bool parse(std::string_view t, int implied, T& value) {
     const long long magnitude = scale + ndig - 1;  // decimal exponent of the leading digit
     if (magnitude > 400 || magnitude < -400) {
         T v = magnitude > 0 ? std::numeric_limits<T>::infinity() : T(0);
+        value = negative ? -v : v;
+        return true;
+    }
+    // Most count data: at most 7 digits and 10 decimals. The mantissa and the
+    // power of ten are then exact, and one division rounds correctly.
+    if (ndig <= 7 && scale <= 0 && scale >= -10) {
+        static constexpr double pow10[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10};
+        std::uint32_t m = 0;
+        for (int k = 0; k < ndig; ++k) m = m * 10u + static_cast<std::uint32_t>(digits[k] - '0');
+        T v;
+        if constexpr (std::is_same_v<T, float>)
+            v = static_cast<float>(m) / static_cast<float>(pow10[-scale]);
+        else
+            v = static_cast<double>(m) / pow10[-scale];
         value = negative ? -v : v;
         return true;
     }
