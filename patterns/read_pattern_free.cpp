@@ -12,6 +12,15 @@ namespace hxl {
 namespace {
 
 constexpr std::size_t kLineLen = 180;
+// No instrument writes more; a head that asks for more is corrupt, and
+// allocating for it would exhaust the memory before the counts are read.
+constexpr double kMaxPoints = 50.0e6;
+
+int point_count(float xmin, float step, float xmax) {
+    const double n = std::nearbyint(static_cast<double>((xmax - xmin) / step + 1.0f));
+    if (!(n < kMaxPoints)) return static_cast<int>(kMaxPoints) + 1;
+    return n > 0 ? static_cast<int>(n) : 0;
+}
 
 std::string behind(const std::string& line, std::size_t at, std::size_t keylen) {
     return Trim(std::string_view(line).substr(at + keylen));
@@ -119,7 +128,7 @@ void Read_Pattern_Free(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, const std::
                 p.step = b;
                 p.xmax = c;
             }
-            if (p.step > 0.0f) p.npts = static_cast<int>(std::lround((p.xmax - p.xmin) / p.step + 1.0f));
+            if (p.step > 0.0f) p.npts = point_count(p.xmin, p.step, p.xmax);
             break;
         }
 
@@ -136,7 +145,7 @@ void Read_Pattern_Free(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, const std::
                 Set_Pattern_Error(" Error in Intensity file, Step value was zero!");
                 return;
             }
-            p.npts = static_cast<int>(std::lround((p.xmax - p.xmin) / p.step + 1.0f));
+            p.npts = point_count(p.xmin, p.step, p.xmax);
             if (!title_set) {
                 std::string rest = Trim(std::string_view(line).substr(ends[2]));
                 if (!rest.empty()) {
@@ -159,6 +168,15 @@ void Read_Pattern_Free(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, const std::
 
     if (p.npts < 11 || p.xmin > p.xmax || p.step > p.xmax) {
         Set_Pattern_Error(" Error in Intensity file, Problems reading 2Theta_ini, Step, 2Theta_end !");
+        return;
+    }
+    // Without repeat counts every value takes at least a digit and a separator,
+    // so a head that asks for more values than the rest of the file can hold
+    // is refused before the arrays are allocated.
+    const std::string_view rest = std::string_view(unit.Text()).substr(unit.Position());
+    const bool repeats = rest.find('*') != std::string_view::npos;
+    if (p.npts > kMaxPoints || (!repeats && static_cast<double>(p.npts) > rest.size() / 2.0 + 1.0)) {
+        Set_Pattern_Error(" Error in Intensity file, Number of intensities values is wrong!!");
         return;
     }
     Allocate_Pattern(p);

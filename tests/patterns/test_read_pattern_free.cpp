@@ -105,6 +105,16 @@ TEST(FreeFormat, PointAndCommentLimits) {
     EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, Number of intensities values is wrong!!");
     p = read(d.Write("bad.dat", "1 1 11\n1 2 3 x 5 6 7 8 9 10 11\n"));
     EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, Number of intensities values is wrong!!");
+    // A head asking for far more counts than the file holds fails before allocating them.
+    p = read(d.Write("huge.dat", "1 1e-5 1e6\n1 2 3 4 5 6 7 8 9 10 11 12\n"));
+    EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, Number of intensities values is wrong!!");
+    p = read(d.Write("nan.dat", "1 1 1e39\n1 2 3 4 5 6 7 8 9 10 11 12\n"));
+    EXPECT_TRUE(ERR_Pattern);
+    // Repeat counts may legitimately give many values from a short text.
+    p = read(d.Write("repeat.dat", "1 1 100000\n100000*3\n"));
+    ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+    EXPECT_EQ(p.npts, 100000);
+    EXPECT_EQ(p.y(100000), 3.0f);
     p = read(d.Write("empty.dat", ""));
     EXPECT_EQ(ERR_Pattern_Mess, " End of file *.dat");
     p = read(d.Write("onlyhead.dat", "title\n# comment\n"));

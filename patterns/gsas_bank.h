@@ -1,0 +1,29 @@
+#pragma once
+// One bank of a file in the GSAS raw layout: the BANK line and its records
+// (STD, ESD, ALT, and the free FXYE rows).
+#include <string>
+#include <string_view>
+
+#include "patterns/diffraction_pattern.h"
+#include "support/text_unit.h"
+
+namespace hxl {
+
+struct GSAS_BANK_TYPE {
+    int number = 0;
+    int nchan = 0;
+    int nrec = 0;
+    std::string bintyp;  // "CONST", "RALF", "SLOG", ...
+    std::string type;    // "STD" (also when absent), "ESD", "ALT", "FXYE"
+    double bcoef[4] = {0, 0, 0, 0};
+};
+
+// Parses "BANK n nchan nrec BINTYP c1 c2 c3 c4 [TYPE]"; false when the words do not fit.
+bool Parse_Bank_Line(std::string_view line, GSAS_BANK_TYPE& bank);
+
+// Reads the records of a bank (the unit stands behind its BANK line) into the
+// pattern. With `tof` false X is in centidegrees and becomes degrees. False
+// with the message set through Set_Pattern_Error.
+bool Read_Bank_Data(Text_Unit& unit, const GSAS_BANK_TYPE& bank, bool tof, DIFFRACTION_PATTERN_TYPE& pattern);
+
+}  // namespace hxl
