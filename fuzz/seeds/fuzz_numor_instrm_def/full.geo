@@ -1,0 +1,39 @@
+INFO   Four circle with a banana Detector
+NAME   KS1
+GEOM 4  Eulerian 4C
+BLFR   z-up
+DET_TYPE Flat_rect  ipsd 2
+DIST_DET 76.5
+WAVE 1.456
+WAVE_LIMITS 0.8 3.2
+DIM_XZP 120.0 40.0 3 2
+GAPS_CA_AN 1.5 2.5
+GN_CENTRE 60 5
+TILT_ANGLES 0.1 0.2 0.3
+RESOL 0.75
+GAM+_LIMITS 5 130
+NU_LIMITS -20 20
+UBMAT
+ 2 0 0
+ 0 4 0
+ 0 0 5
+SETTING
+ 1 2 3
+ 4 5 6
+ 7 8 9
+NUM_ANG 2
+ANG_LIMITS         Min      Max    Offset  Velocity(deg/s)
+  Gamma  -5 130 0.5 2.0
+  Omega  -180 180 0.0 1.5
+NUM_DISP 1
+DISP_LIMITS
+  Tx  -10 10 0.2
+DET_OFF 0.1 -0.2 0.3
+RANGE_TIME 1
+  Omega 2
+  10 1.0 20 2.5
+DET_ALPHAS
+ 1 2 3
+ 4 5 6
+RESOLUTION_SURFACE 2 2
+ 0.1 0.2 0.3 0.4
