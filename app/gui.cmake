@@ -1,0 +1,27 @@
+# The Qt program: presentation layer (zd_present), application (zd_app), and `zendrite`.
+find_package(Qt6 REQUIRED COMPONENTS Widgets Svg OpenGLWidgets)
+
+file(GLOB present_srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/qt/*.cpp)
+add_library(zd_present STATIC ${present_srcs})
+target_include_directories(zd_present PUBLIC ${PROJECT_SOURCE_DIR})
+target_link_libraries(zd_present PUBLIC zd_support Qt6::Widgets PRIVATE zd_warnings)
+
+file(GLOB app_srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/main/*.cpp)
+list(FILTER app_srcs EXCLUDE REGEX "/main/main\\.cpp$")
+# With the plot engine in the tree, it draws; otherwise the shell's own redraw keeps the title screen.
+set(zd_with_plot 0)
+if(TARGET zd_graphics AND EXISTS ${PROJECT_SOURCE_DIR}/graphics/plot_remake.cpp)
+  set(zd_with_plot 1)
+  list(FILTER app_srcs EXCLUDE REGEX "/main/redraw\\.cpp$")
+endif()
+add_library(zd_app STATIC ${app_srcs})
+target_include_directories(zd_app PUBLIC ${PROJECT_SOURCE_DIR})
+target_link_libraries(zd_app PUBLIC zd_present zd_store zd_patterns zd_support PRIVATE zd_warnings)
+target_compile_definitions(zd_app PRIVATE ZD_WITH_PLOT=${zd_with_plot})
+if(zd_with_plot)
+  target_link_libraries(zd_app PUBLIC zd_graphics)
+endif()
+
+add_executable(zendrite ${CMAKE_CURRENT_SOURCE_DIR}/main/main.cpp)
+target_link_libraries(zendrite PRIVATE zd_app zd_warnings)
+set_target_properties(zendrite PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/app)

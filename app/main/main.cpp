@@ -1,0 +1,51 @@
+// zendrite [file [width height]]
+// zendrite --script FILE [file [width height]]   driven by a script, without a display
+// zendrite --render OUT.png [file [width height]] writes the root window's picture and ends
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/main/script.h"
+#include "app/main/zendrite_app.h"
+#include "app/present.h"
+
+int main(int argc, char** argv) {
+    using namespace zendrite;
+    std::vector<std::string> args(argv + 1, argv + argc);
+    std::string script, render;
+    if (!args.empty() && (args[0] == "--script" || args[0] == "--render")) {
+        if (args.size() < 2) {
+            std::cerr << "usage: zendrite " << args[0] << " FILE [file [width height]]\n";
+            return 2;
+        }
+        (args[0] == "--script" ? script : render) = args[1];
+        args.erase(args.begin(), args.begin() + 2);
+    }
+    const bool unattended = !script.empty() || !render.empty();
+    WInitialise(argc, argv, unattended);
+    WSetUnattended(unattended);
+    if (!script.empty()) {
+        std::string message;
+        if (!Load_Script(script, message)) {
+            std::cerr << message << "\n";
+            return 2;
+        }
+        Run_Script_Source();
+    }
+    if (!render.empty()) {
+        // The format of a file the extension does not settle is the dialog's preset.
+        WQueueDialogAnswer("Format of the data file", {"press", kIdOk, 0, 0, ""});
+        WSetEventSource([render](WIN_MESSAGE& m) {
+            if (!WPictureSave(kRootWindow, render)) {
+                std::cerr << "Unable to write " << render << "\n";
+                std::exit(1);
+            }
+            m = WIN_MESSAGE{};
+            m.type = MenuSelect;
+            m.value1 = 40005;
+            return true;
+        });
+    }
+    Zendrite_Start(args);
+    Main_Loop();
+}

@@ -1,0 +1,47 @@
+// Where the shell meets the plot engine: its hooks, the mouse, repaint and Focus.
+#include "app/main/plot_link.h"
+
+#include "app/main/root_menu.h"
+#include "app/main/zendrite_app.h"
+#include "app/present.h"
+#include "app/store/zendrite_param_global.h"
+#if ZD_WITH_PLOT
+#include "graphics/mouse.h"
+#include "graphics/plot.h"
+#include "graphics/plot_state.h"
+#endif
+
+namespace zendrite {
+
+void Connect_Plot() {
+#if ZD_WITH_PLOT
+    Graphics_Hooks().title_screen = Draw_Title_Screen;
+    Graphics_Hooks().enable_data_menus = [] { Grey_Data_Menus(true); };
+    Graphics_Hooks().message = [](const std::string& text) { Show_Message(text); };
+#endif
+}
+
+void Root_Mouse(const WIN_MESSAGE& message) {
+#if ZD_WITH_PLOT
+    Mouse_Event(message);
+#else
+    (void)message;
+#endif
+}
+
+void Root_Repaint() {
+#if ZD_WITH_PLOT
+    Plot_Repaint();
+#endif
+}
+
+bool Root_Focus() {
+#if ZD_WITH_PLOT
+    Focus_Y();
+    return true;
+#else
+    return false;
+#endif
+}
+
+}  // namespace zendrite

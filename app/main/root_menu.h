@@ -1,0 +1,20 @@
+#pragma once
+// Menu bar 30001 of the root window, its toolbar, and the menu states of the modes.
+#include <vector>
+
+namespace zendrite {
+
+inline constexpr int kRootMenu = 30001;
+inline constexpr int kRecentItems[5] = {40038, 40067, 40068, 40069, 40070};
+
+void Define_Root_Menu();     // registers the template and the toolbar
+void Show_Root_Toolbar();
+// Items of the commands that need data; greyed in the "none" mode.
+const std::vector<int>& Data_Menu_Items();
+void Grey_Data_Menus(bool enabled);
+// Menu states of a calculation mode (0 off, 1 fitting, 2 peaks, 3 background, 4 HKL).
+void Calculation_Mode_Menus(int mode);
+// Every item number of the menu bar, in menu order.
+std::vector<int> Root_Menu_Items();
+
+}  // namespace zendrite

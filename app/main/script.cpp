@@ -1,0 +1,169 @@
+#include "app/main/script.h"
+
+#include <fstream>
+#include <iostream>
+
+#include "app/main/zendrite_app.h"
+#include "app/present.h"
+
+namespace zendrite {
+
+namespace {
+
+std::vector<std::string> lines;
+std::size_t next_line = 0;
+
+int to_int(const std::string& s, bool& ok) {
+    int err = 0;
+    const int v = IStringToInteger(s, err);
+    ok = ok && err == 0;
+    return v;
+}
+float to_real(const std::string& s, bool& ok) {
+    int err = 0;
+    const double v = IStringToReal(s, err);
+    ok = ok && err == 0;
+    return static_cast<float>(v);
+}
+
+void bad(const std::string& line, const std::string& why) {
+    std::cout << "SCRIPT line " << next_line << ": " << why << ": " << line << std::endl;
+}
+
+// One line; true with `m` filled when the line is an event for the main loop.
+bool step(const std::string& line, WIN_MESSAGE& m) {
+    const std::vector<std::string> w = Script_Words(line);
+    if (w.empty()) return false;
+    const std::string& cmd = w[0];
+    bool ok = true;
+    if (cmd == "menu" && w.size() == 2) {
+        m = WIN_MESSAGE{};
+        m.type = MenuSelect;
+        m.value1 = to_int(w[1], ok);
+        if (ok) return true;
+    } else if (cmd == "button" && w.size() == 3) {
+        m = WIN_MESSAGE{};
+        m.type = PushButton;
+        m.win = to_int(w[1], ok);
+        m.value1 = to_int(w[2], ok);
+        if (ok) return true;
+    } else if (cmd == "files") {
+        WQueueFiles(std::vector<std::string>(w.begin() + 1, w.end()));
+        return false;
+    } else if (cmd == "dir") {
+        WQueueFiles(w.size() > 1 ? std::vector<std::string>{w[1]} : std::vector<std::string>{});
+        return false;
+    } else if (cmd == "answer" && w.size() == 2) {
+        const int a = to_int(w[1], ok);
+        if (ok) {
+            WQueueAnswer(a);
+            return false;
+        }
+    } else if (cmd == "dialog" && w.size() >= 4) {
+        DIALOG_ANSWER a;
+        a.op = w[2];
+        a.field = to_int(w[3], ok);
+        if (a.op == "set" && w.size() >= 5) {
+            for (std::size_t i = 4; i < w.size(); ++i) a.value += (i > 4 ? " " : "") + w[i];
+        } else if (a.op == "check" && w.size() == 5) {
+            a.value = w[4];
+        } else if (a.op == "grid" && w.size() >= 7) {
+            a.row = to_int(w[4], ok);
+            a.col = to_int(w[5], ok);
+            for (std::size_t i = 6; i < w.size(); ++i) a.value += (i > 6 ? " " : "") + w[i];
+        } else if (a.op != "radio" && a.op != "press") {
+            ok = false;
+        }
+        if (ok) {
+            WQueueDialogAnswer(w[1], a);
+            return false;
+        }
+    } else if (cmd == "mouse" && (w.size() == 5 || w.size() == 6)) {
+        m = WIN_MESSAGE{};
+        m.type = w[1] == "press" ? MouseButDown : w[1] == "release" ? MouseButUp : w[1] == "move" ? MouseMove : 0;
+        m.value1 = to_int(w[2], ok);
+        if (w.size() == 6 && w[3] == "page") {
+            m.gx = to_real(w[4], ok), m.gy = to_real(w[5], ok);
+            IPgPageToXY(m.gx, m.gy, m.x, m.y);
+        } else if (w.size() == 5) {
+            m.x = to_real(w[3], ok), m.y = to_real(w[4], ok);
+            IPgXYToPage(m.x, m.y, m.gx, m.gy);
+        } else {
+            ok = false;
+        }
+        if (ok && m.type) return true;
+    } else if (cmd == "resize" && w.size() == 3) {
+        m = WIN_MESSAGE{};
+        m.type = Resize;
+        m.width = to_int(w[1], ok), m.height = to_int(w[2], ok);
+        if (ok && m.width > 0 && m.height > 0) {
+            WindowSize(kRootWindow, m.width, m.height);
+            return true;
+        }
+    } else if (cmd == "dump" && w.size() == 2) {
+        if (!Write_File_Replace(w[1], Store_Dump())) bad(line, "cannot write");
+        return false;
+    } else if (cmd == "picture" && w.size() == 3) {
+        if (!WPictureSave(to_int(w[1], ok), w[2]) || !ok) bad(line, "no picture");
+        return false;
+    } else if (cmd == "quit" && w.size() == 1) {
+        m = WIN_MESSAGE{};
+        m.type = MenuSelect;
+        m.value1 = 40005;
+        return true;
+    }
+    bad(line, "not understood");
+    return false;
+}
+
+}  // namespace
+
+std::vector<std::string> Script_Words(const std::string& line) {
+    std::vector<std::string> w;
+    std::size_t i = 0;
+    while (i < line.size()) {
+        while (i < line.size() && (line[i] == ' ' || line[i] == '\t' || line[i] == '\r')) ++i;
+        if (i >= line.size() || line[i] == '#') break;
+        std::string word;
+        if (line[i] == '"') {
+            const std::size_t close = line.find('"', i + 1);
+            word = line.substr(i + 1, close == std::string::npos ? std::string::npos : close - i - 1);
+            i = close == std::string::npos ? line.size() : close + 1;
+        } else {
+            while (i < line.size() && line[i] != ' ' && line[i] != '\t' && line[i] != '\r') word += line[i++];
+        }
+        w.push_back(word);
+    }
+    return w;
+}
+
+bool Load_Script(const std::string& file, std::string& message) {
+    std::ifstream in(file);
+    if (!in) {
+        message = "Unable to read the script " + file;
+        return false;
+    }
+    lines.clear();
+    next_line = 0;
+    for (std::string s; std::getline(in, s);) lines.push_back(s);
+    return true;
+}
+
+void Run_Script_Source() {
+    // Answer lines before the first action answer the questions of start-up.
+    while (next_line < lines.size()) {
+        const std::vector<std::string> w = Script_Words(lines[next_line]);
+        if (!w.empty() && w[0] != "files" && w[0] != "dir" && w[0] != "answer" && w[0] != "dialog") break;
+        WIN_MESSAGE unused;
+        step(lines[next_line++], unused);
+    }
+    WSetEventSource([](WIN_MESSAGE& m) {
+        while (next_line < lines.size()) {
+            const std::string line = lines[next_line++];
+            if (step(line, m)) return true;
+        }
+        return false;
+    });
+}
+
+}  // namespace zendrite

@@ -1,0 +1,77 @@
+#include "app/qt/canvas.h"
+
+#include <QCloseEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "app/qt/present_state.h"
+
+namespace zendrite::qt {
+
+Canvas::Canvas(int handle, QWidget* parent) : QWidget(parent), handle_(handle) {
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMinimumSize(200, 150);
+}
+
+void Canvas::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    WINDOW_STATE* w = Window(handle_);
+    if (w && !w->front.isNull()) p.drawImage(QPoint(0, 0), w->front);
+    else p.fillRect(rect(), Qt::white);
+}
+
+void Canvas::resizeEvent(QResizeEvent*) {
+    WINDOW_STATE* w = Window(handle_);
+    if (!w) return;
+    if (w->front.size() == size()) return;
+    QImage grown(size(), QImage::Format_RGB32);
+    grown.fill(Qt::white);
+    if (!w->front.isNull()) {
+        QPainter p(&grown);
+        p.drawImage(QPoint(0, 0), w->front);
+    }
+    w->front = grown;
+    WIN_MESSAGE m;
+    m.type = Resize;
+    m.win = handle_;
+    m.width = width();
+    m.height = height();
+    WMessagePost(m);
+}
+
+void Canvas::post_mouse(int type, QMouseEvent* e) {
+    if (type == MouseMove && !L().mouse_move) return;
+    WINDOW_STATE* w = Window(handle_);
+    if (!w) return;
+    WIN_MESSAGE m;
+    m.type = type;
+    m.win = handle_;
+    const Qt::MouseButton b = type == MouseMove ? Qt::NoButton : e->button();
+    m.value1 = b == Qt::LeftButton ? 1 : b == Qt::RightButton ? 2 : b == Qt::MiddleButton ? 3 : 0;
+    const QPointF pos = e->position();
+    m.gx = static_cast<float>(pos.x() / std::max(1, width()) * w->page_w);
+    m.gy = static_cast<float>((1.0 - pos.y() / std::max(1, height())) * w->page_h);
+    IPgPageToXY(m.gx, m.gy, m.x, m.y);
+    WMessagePost(m);
+}
+
+void Canvas::mousePressEvent(QMouseEvent* e) { post_mouse(MouseButDown, e); }
+void Canvas::mouseReleaseEvent(QMouseEvent* e) { post_mouse(MouseButUp, e); }
+void Canvas::mouseMoveEvent(QMouseEvent* e) { post_mouse(MouseMove, e); }
+
+Child_Frame::Child_Frame(int handle) : handle_(handle) {}
+
+void Child_Frame::closeEvent(QCloseEvent* e) {
+    if (closing) {
+        e->accept();
+        return;
+    }
+    e->ignore();
+    WIN_MESSAGE m;
+    m.type = CloseRequest;
+    m.win = handle_;
+    WMessagePost(m);
+}
+
+}  // namespace zendrite::qt

@@ -1,0 +1,158 @@
+// Menu bars from templates, item states and labels, the toolbar.
+#include <QAction>
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPainter>
+#include <QStyle>
+#include <QToolBar>
+
+#include "app/qt/present_state.h"
+
+namespace zendrite {
+using namespace qt;
+
+namespace {
+
+QAction* make_action(const MENU_ENTRY& e, QObject* parent) {
+    LAYER& l = L();
+    auto* a = new QAction(Q(e.label), parent);
+    a->setCheckable(e.checkable);
+    const int item = e.item;
+    QObject::connect(a, &QAction::triggered, [item](bool) {
+        WIN_MESSAGE m;
+        m.type = MenuSelect;
+        m.win = kRootWindow;
+        m.value1 = item;
+        WMessagePost(m);
+        // A checkable action toggles itself; the program owns the state.
+        if (auto it = L().actions.find(item); it != L().actions.end())
+            it->second->setChecked(L().menu_checked[item]);
+    });
+    l.actions[item] = a;
+    l.menu_labels[item] = e.label;
+    if (!l.menu_enabled.count(item)) l.menu_enabled[item] = true;
+    a->setEnabled(l.menu_enabled[item]);
+    a->setChecked(l.menu_checked[item]);
+    return a;
+}
+
+QIcon tool_icon(const std::string& name) {
+    QStyle* st = QApplication::style();
+    if (name == "open") return st->standardIcon(QStyle::SP_DialogOpenButton);
+    if (name == "save") return st->standardIcon(QStyle::SP_DialogSaveButton);
+    if (name == "reset") return st->standardIcon(QStyle::SP_BrowserReload);
+    if (name == "left") return st->standardIcon(QStyle::SP_ArrowLeft);
+    if (name == "right") return st->standardIcon(QStyle::SP_ArrowRight);
+    if (name == "up") return st->standardIcon(QStyle::SP_ArrowUp);
+    if (name == "down") return st->standardIcon(QStyle::SP_ArrowDown);
+    if (name == "start") return st->standardIcon(QStyle::SP_MediaSkipBackward);
+    if (name == "end") return st->standardIcon(QStyle::SP_MediaSkipForward);
+    if (name == "edit") return st->standardIcon(QStyle::SP_FileDialogDetailedView);
+    if (name == "help") return st->standardIcon(QStyle::SP_DialogHelpButton);
+    // The others are drawn: a short text on a small tile.
+    QPixmap pm(24, 24);
+    pm.fill(Qt::transparent);
+    QPainter p(&pm);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(QColor(40, 60, 110), 1.5));
+    p.setBrush(QColor(225, 232, 245));
+    p.drawRoundedRect(QRectF(1.5, 1.5, 21, 21), 4, 4);
+    QFont f = p.font();
+    f.setBold(true);
+    f.setPixelSize(name.size() > 2 ? 9 : 14);
+    p.setFont(f);
+    std::string text = name == "zoomin" ? "+" : name == "zoomout" ? "-" : name == "hand" ? "H" : name == "arrow" ? "A"
+                                                                                                          : name;
+    p.drawText(QRectF(0, 0, 24, 24), Qt::AlignCenter, Q(text));
+    return QIcon(pm);
+}
+
+}  // namespace
+
+void WMenuDefine(int id, const std::vector<MENU_ENTRY>& entries) { L().menu_templates[id] = entries; }
+
+void WMenu(int id) {
+    LAYER& l = L();
+    auto it = l.menu_templates.find(id);
+    if (it == l.menu_templates.end() || !l.root) return;
+    QMenuBar* bar = l.root->menuBar();
+    bar->clear();
+    l.actions.clear();
+    std::vector<QMenu*> stack;
+    for (const MENU_ENTRY& e : it->second) {
+        switch (e.kind) {
+        case MenuPopup:
+            stack.push_back(stack.empty() ? bar->addMenu(Q(e.label)) : stack.back()->addMenu(Q(e.label)));
+            break;
+        case MenuEnd:
+            if (!stack.empty()) stack.pop_back();
+            break;
+        case MenuSeparator:
+            if (!stack.empty()) stack.back()->addSeparator();
+            break;
+        default:
+            if (stack.empty()) bar->addAction(make_action(e, bar));
+            else stack.back()->addAction(make_action(e, stack.back()));
+        }
+    }
+}
+
+void WMenuSetState(int item, int kind, int value) {
+    LAYER& l = L();
+    if (kind == 1) l.menu_enabled[item] = value != 0;
+    if (kind == 2) l.menu_checked[item] = value != 0;
+    if (auto it = l.actions.find(item); it != l.actions.end()) {
+        if (kind == 1) it->second->setEnabled(value != 0);
+        if (kind == 2) it->second->setChecked(value != 0);
+    }
+}
+
+int WMenuGetState(int item, int kind) {
+    LAYER& l = L();
+    if (kind == 1) return l.menu_enabled.count(item) ? (l.menu_enabled[item] ? 1 : 0) : 1;
+    if (kind == 2) return l.menu_checked.count(item) && l.menu_checked[item] ? 1 : 0;
+    return 0;
+}
+
+void WMenuSetString(int item, const std::string& text) {
+    LAYER& l = L();
+    l.menu_labels[item] = text;
+    if (auto it = l.actions.find(item); it != l.actions.end()) it->second->setText(Q(text));
+}
+
+std::string WMenuGetString(int item) {
+    auto it = L().menu_labels.find(item);
+    return it == L().menu_labels.end() ? std::string() : it->second;
+}
+
+bool WMenuHasItem(int item) { return L().actions.count(item) > 0; }
+
+void WMenuToolbar(int /*id*/, const std::vector<TOOL_ENTRY>& entries) {
+    LAYER& l = L();
+    if (!l.root) return;
+    if (!l.toolbar) {
+        l.toolbar = l.root->addToolBar("Tools");
+        l.toolbar->setMovable(false);
+        l.toolbar->setIconSize(QSize(22, 22));
+    }
+    l.toolbar->clear();
+    for (const TOOL_ENTRY& t : entries) {
+        if (t.item == 0) {
+            l.toolbar->addSeparator();
+            continue;
+        }
+        QAction* a = l.toolbar->addAction(tool_icon(t.icon), Q(t.tip));
+        a->setToolTip(Q(t.tip));
+        const int item = t.item;
+        QObject::connect(a, &QAction::triggered, [item](bool) {
+            WIN_MESSAGE m;
+            m.type = MenuSelect;
+            m.win = kRootWindow;
+            m.value1 = item;
+            WMessagePost(m);
+        });
+    }
+}
+
+}  // namespace zendrite

@@ -1,0 +1,87 @@
+// The root window's menu bar: every item present, greyed and checked as the modes say.
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "app/main/root_menu.h"
+#include "app/main/zendrite_app.h"
+#include "app/present.h"
+#include "app/store/add_profile.h"
+#include "app/store/zendrite_param_global.h"
+
+using namespace zendrite;
+
+namespace {
+struct RootMenu : ::testing::Test {
+    static void SetUpTestSuite() {
+        static int argc = 1;
+        static char name[] = "test";
+        static char* argv[] = {name, nullptr};
+        WInitialise(argc, argv, true);
+        WSetUnattended(true);
+        Install_Mode_Hooks();
+        Define_Root_Menu();
+        WStatusBarParts(5, {4500, 1500, 1500, 1500, -1});
+        WindowOpen(0, kRootMenu, 800, 500, "menu test");
+    }
+};
+}  // namespace
+
+TEST_F(RootMenu, EveryItemHasOneEntryWithItsLabel) {
+    const std::vector<int> items = Root_Menu_Items();
+    const std::set<int> unique(items.begin(), items.end());
+    EXPECT_EQ(unique.size(), items.size()) << "an item number appears twice";
+    for (int item : items) {
+        EXPECT_TRUE(WMenuHasItem(item)) << item;
+        EXPECT_FALSE(WMenuGetString(item).empty()) << item;
+    }
+    EXPECT_EQ(WMenuGetString(40014), "Open Pattern file (*.dat)");
+    EXPECT_EQ(WMenuGetString(40088), "Change ddt1/dtt2");
+    EXPECT_EQ(WMenuGetString(40140), "Crystalographic Calc");
+    for (int item : {40005, 40019, 40033, 40018, 40042, 40229, 40150, 40213, 40222, 40079}) EXPECT_TRUE(unique.count(item)) << item;
+}
+
+TEST_F(RootMenu, NoneModeGreysTheCommandsThatNeedData) {
+    Enter_None_Mode();
+    for (int item : {40027, 40042, 40017, 40100, 40020, 40110, 40096, 40138, 40095, 40021, 40208})
+        EXPECT_EQ(WMenuGetState(item, 1), 0) << item;
+    for (int item : {40014, 40016, 40005, 40033, 40018, 40019, 40135, 40154})
+        EXPECT_EQ(WMenuGetState(item, 1), 1) << item;
+    EXPECT_EQ(zendrite_param_global().graph_mode, "none");
+    EXPECT_EQ(WindowStatusBarText(5), "Mode: none");
+}
+
+TEST_F(RootMenu, CalculationModesSetTheirGroup) {
+    Enter_Calculation_Mode(2);
+    EXPECT_EQ(WMenuGetState(40091, 2), 1);
+    for (int item : {40097, 40092, 40147, 40093, 40094, 40008}) EXPECT_EQ(WMenuGetState(item, 1), 1) << item;
+    EXPECT_EQ(WMenuGetState(40180, 1), 0) << "satellites need a Rietveld profile";
+    for (int item : {40096, 40095, 40138, 40014, 40027, 40102}) EXPECT_EQ(WMenuGetState(item, 1), 0) << item;
+    Enter_Calculation_Mode(3);
+    EXPECT_EQ(WMenuGetState(40091, 2), 0);
+    EXPECT_EQ(WMenuGetState(40120, 2), 1);
+    EXPECT_EQ(WMenuGetState(40159, 1), 1);
+    EXPECT_EQ(WMenuGetState(40097, 1), 0);
+    Enter_Calculation_Mode(0);
+    for (int item : {40105, 40091, 40096, 40120, 40138, 40154, 40215, 40095, 40014, 40027})
+        EXPECT_EQ(WMenuGetState(item, 1), 1) << item;
+    EXPECT_EQ(WMenuGetState(40097, 1), 0);
+    EXPECT_EQ(WMenuGetState(40120, 2), 0);
+    Enter_None_Mode();
+}
+
+TEST_F(RootMenu, RecentItemsShowNamesOrEmpty) {
+    auto& r = zendrite_param_global().recent;
+    r = {"", "/data/b.dat", "/data/a.dat", "-", "-", "-"};
+    Show_Recent_Files();
+    EXPECT_EQ(WMenuGetString(40038), "1. /data/b.dat");
+    EXPECT_EQ(WMenuGetString(40067), "2. /data/a.dat");
+    EXPECT_EQ(WMenuGetString(40068), "3. <Empty>");
+    EXPECT_EQ(WMenuGetState(40038, 1), 1);
+    EXPECT_EQ(WMenuGetState(40070, 1), 0);
+    Add_Recent_File("/data/a.dat");
+    Show_Recent_Files();
+    EXPECT_EQ(WMenuGetString(40038), "1. /data/a.dat");
+    EXPECT_EQ(WMenuGetString(40067), "2. /data/b.dat");
+    EXPECT_EQ(WMenuGetState(40068, 1), 0);
+}
