@@ -1,0 +1,83 @@
+// Title, axis scales and legends of the frame.
+#include <cstddef>
+
+#include "app/present.h"
+#include "app/store/zendrite_param_global.h"
+#include "graphics/plot_parts.h"
+#include "graphics/plot_settings.h"
+#include "graphics/plot_state.h"
+#include "support/fixed_text.h"
+
+namespace zendrite {
+
+namespace {
+using hxl::Is_Blank;
+using hxl::Trim;
+
+void text_style(const TEXT_STYLE& t) {
+    IGrColourN(t.colour);
+    const float w = static_cast<float>(t.size) / 1000.0f;
+    WGrTextFont(t.font, t.style, w, 2.0f * w);
+}
+
+std::string plot_title(int nperfiles) {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    const PLOT_SETTINGS& s = Plot_Settings();
+    if (nperfiles >= 2) return s.multi_title;
+    std::string title = g.pattern[static_cast<std::size_t>(nperfiles)].title;
+    const std::size_t cell = title.find("CELL:");
+    if (cell != std::string::npos) title.erase(cell);
+    return Trim(s.title_text).size() < 5 ? Trim(title) : s.title_text;
+}
+
+// The X legend follows the X space; before one is set the pattern's own axis text stands in.
+std::string x_legend(int nperfiles) {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    const PLOT_SETTINGS& s = Plot_Settings();
+    if (!Is_Blank(s.x_legend_text)) return s.x_legend_text;
+    if (nperfiles >= 1 && !Is_Blank(g.pattern[1].xax_text)) return Trim(g.pattern[1].xax_text);
+    return g.xspace == "----" ? "" : g.xspace;
+}
+}  // namespace
+
+void Draw_Axes_And_Texts(int nperfiles) {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    const PLOT_SETTINGS& s = Plot_Settings();
+    const FRAME_LIMITS& f = Graphics_State().frame;
+    const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
+
+    if (s.title.position != 1 && nperfiles >= 1) {
+        text_style(s.title);
+        IPgTitle(plot_title(nperfiles), Title_Position_Letter(s.title.position));
+    }
+    text_style(s.x_scale);
+    IPgXTickPos(f.ymin);
+    IPgXScale("TN");
+
+    if (g.prf_loaded && s.hide_y_scale) {
+        float px = 0, py = 0;
+        IPgXYToPage(0.0f, 0.0f, px, py);
+        if (py > s.zone_bottom * ph) {
+            IGrColourN(s.background_colour);
+            IGrFillPattern(3);
+            IGrRectangle(0.0f, s.zone_bottom * 0.9f * ph, s.zone_left * pw, py * 0.9f);
+            IGrFillPattern(0);
+        }
+    }
+    text_style(s.y_scale);
+    IPgYTickPos(f.xmin);
+    IPgYScale("TN");
+
+    if (s.y_legend.position != 1) {
+        std::string text = s.y_legend_text;
+        if (nperfiles >= 1 && !Is_Blank(g.pattern[1].yax_text) && !g.prf_loaded) text = Trim(g.pattern[1].yax_text);
+        text_style(s.y_legend);
+        IPgYLabel(text, Y_Legend_Position(s.y_legend.position));
+    }
+    if (s.x_legend.position != 1) {
+        text_style(s.x_legend);
+        IPgXLabel(x_legend(nperfiles), Title_Position_Letter(s.x_legend.position));
+    }
+}
+
+}  // namespace zendrite
