@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "app/qt/present_state.h"
+#include "app/qt/raster_fast.h"
 
 namespace zendrite {
 using namespace qt;
@@ -149,36 +150,6 @@ void frame_text(const std::string& text, const std::string& position, int where)
     p.drawText(QPointF(x, y), s);
 }
 
-// Many markers: the marker is drawn once into a stamp and its pixels are copied at every
-// point, which gives the picture of drawing each one without smoothing.
-void stamp_markers(QImage& img, const QRectF& frame, const std::vector<QPointF>& pts, const PG_SET& s, double r) {
-    const int half = static_cast<int>(std::ceil(r)) + 1;
-    QImage stamp(2 * half + 1, 2 * half + 1, QImage::Format_ARGB32);
-    stamp.fill(Qt::transparent);
-    {
-        QPainter sp(&stamp);
-        sp.setPen(QPen(Qt::black, 1));
-        sp.setBrush(s.fill == 3 ? QBrush(Qt::black) : Qt::NoBrush);
-        Draw_Marker(sp, QPointF(half + 0.5, half + 0.5), s.marker, r);
-    }
-    std::vector<std::pair<int, int>> offsets;
-    for (int y = 0; y < stamp.height(); ++y)
-        for (int x = 0; x < stamp.width(); ++x)
-            if (qAlpha(stamp.pixel(x, y)) > 127) offsets.emplace_back(x - half, y - half);
-    const QRect clip = frame.toAlignedRect().adjusted(-half, -half, half, half).intersected(img.rect());
-    const QRgb colour = Colour(s.colour).rgb();
-    const int stride = static_cast<int>(img.bytesPerLine() / 4);
-    QRgb* bits = reinterpret_cast<QRgb*>(img.bits());
-    for (const QPointF& q : pts) {
-        const int cx = static_cast<int>(std::floor(q.x())), cy = static_cast<int>(std::floor(q.y()));
-        for (const auto& [dx, dy] : offsets) {
-            const int px = cx + dx, py = cy + dy;
-            if (px < clip.left() || px > clip.right() || py < clip.top() || py > clip.bottom()) continue;
-            bits[static_cast<std::size_t>(py) * static_cast<std::size_t>(stride) + static_cast<std::size_t>(px)] = colour;
-        }
-    }
-}
-
 }  // namespace
 
 double Nice_Tick_Step(double low, double high, int wanted) {
@@ -285,10 +256,18 @@ void IPgXYLine(const float* x, const float* y, int n) {
         first = lo = hi = last = q;
     }
     flush();
+    // A dense curve is drawn pixel by pixel: smoothing would not show, and the
+    // painter's cost per segment dominates when thousands of curves are drawn.
+    const bool solid = s.line_type == 0 && std::clamp(s.line_width, 1, 5) == 1;
+    if (solid && L().gr.plot_mode != PlotXor && Raster_Direct(*t) && out.size() >= clip.width()) {
+        Raster_Polyline(*t, clip.toAlignedRect(), out.constData(), static_cast<int>(out.size()), Colour(s.colour).rgb());
+        if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
+        return;
+    }
     QPainter p(t);
     p.setClipRect(clip);
     if (L().gr.plot_mode == PlotXor) p.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
-    else if (out.size() < 4 * clip.width()) p.setRenderHint(QPainter::Antialiasing);
+    else p.setRenderHint(QPainter::Antialiasing);
     p.setPen(set_pen(s, false));
     p.drawPolyline(out);
     if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
@@ -303,7 +282,8 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
     if (s.marker <= 1) return;
     const QRectF clip = f.clip().adjusted(-1, -1, 1, 1);
     const int w = static_cast<int>(clip.width()) + 2, h = static_cast<int>(clip.height()) + 2;
-    std::vector<bool> used(static_cast<std::size_t>(w) * static_cast<std::size_t>(h), false);
+    static Pixel_Marks used;  // reused: clearing a window-sized grid per curve would cost more than the curve
+    used.Reset(w, h);
     std::vector<QPointF> pts;
     const PIXEL_MAP map = Pixel_Map();
     const bool polar = L().pg.polar;
@@ -316,15 +296,15 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
         if (!(qx >= cx0 && qx < cx1 && qy >= cy0 && qy < cy1)) continue;
         const QPointF q(qx, qy);
         const int ix = static_cast<int>(qx - cx0), iy = static_cast<int>(qy - cy0);
-        const std::size_t k = static_cast<std::size_t>(iy) * static_cast<std::size_t>(w) + static_cast<std::size_t>(ix);
-        if (k >= used.size() || used[k]) continue;  // one marker per occupied pixel
-        used[k] = true;
+        if (!used.Mark(ix, iy)) continue;  // one marker per occupied pixel
         pts.push_back(q);
     }
     const double r = std::max(1.0, s.marker_size * 0.5);
-    if (pts.size() > 2000 && L().gr.plot_mode != PlotXor &&
-        (t->format() == QImage::Format_RGB32 || t->format() == QImage::Format_ARGB32)) {
-        stamp_markers(*t, f.clip(), pts, s, r);
+    // Many markers: the marker's pixels, drawn once without smoothing, are copied at every point.
+    if (pts.size() > 500 && L().gr.plot_mode != PlotXor && Raster_Direct(*t)) {
+        const int half = static_cast<int>(std::ceil(r)) + 1;
+        Raster_Markers(*t, f.clip().toAlignedRect().adjusted(-half, -half, half, half), pts,
+                       Marker_Offsets(s.marker, r, s.fill == 3), Colour(s.colour).rgb());
         if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
         return;
     }
