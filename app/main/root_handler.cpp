@@ -1,6 +1,7 @@
 // The handler of the root window: one dispatch on the event and the menu item.
 #include <iostream>
 
+#include "app/main/commands.h"
 #include "app/main/configuration.h"
 #include "app/main/plot_link.h"
 #include "app/main/root_menu.h"
@@ -75,6 +76,32 @@ void menu(int item) {
     case 40015:
         Open_Buffer_Command("");
         Plot_ReMake();
+        return;
+    case 40157:
+        Open_Raw_Command(error, message);
+        Show_Command_Result(error, message);
+        Plot_ReMake();
+        return;
+    case 40212:
+        Open_Numors_Command(error, message);
+        Show_Command_Result(error, message);
+        Plot_ReMake();
+        return;
+    case 40210:
+        View_Header_Numor_Command(error, message);
+        Show_Command_Result(error, message);
+        return;
+    case 40208:
+        Save_Free_Format_Command(error, message);
+        Show_Command_Result(error, message);
+        return;
+    case 40209:
+        Save_XY_Command(error, message);
+        Show_Command_Result(error, message);
+        return;
+    case 40009:
+        Save_Buffer_Command(error, message);
+        Show_Command_Result(error, message);
         return;
     case 40019:
         Reset_Store();
