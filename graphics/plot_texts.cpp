@@ -36,7 +36,13 @@ std::string x_legend(int nperfiles) {
     const PLOT_SETTINGS& s = Plot_Settings();
     if (!Is_Blank(s.x_legend_text)) return s.x_legend_text;
     if (nperfiles >= 1 && !Is_Blank(g.pattern[1].xax_text)) return Trim(g.pattern[1].xax_text);
-    return g.xspace == "----" ? "" : g.xspace;
+    if (g.xspace != "----") return g.xspace;
+    // A file without an axis text still names its variable.
+    if (nperfiles < 1) return "";
+    const std::string v = Trim(g.pattern[1].scat_var);
+    if (v == "2theta") return "2theta(degrees)";
+    if (v == "TOF") return "TOF(micro-seconds)";
+    return v;
 }
 }  // namespace
 
@@ -71,6 +77,7 @@ void Draw_Axes_And_Texts(int nperfiles) {
     if (s.y_legend.position != 1) {
         std::string text = s.y_legend_text;
         if (nperfiles >= 1 && !Is_Blank(g.pattern[1].yax_text) && !g.prf_loaded) text = Trim(g.pattern[1].yax_text);
+        if (Is_Blank(text) && nperfiles >= 1) text = "Intensity (arb. units)";
         text_style(s.y_legend);
         IPgYLabel(text, Y_Legend_Position(s.y_legend.position));
     }
