@@ -14,6 +14,10 @@ namespace zendrite {
 // ---------------------------------------------------------------- events
 inline constexpr int MenuSelect = 2, PushButton = 3, MouseButDown = 4, MouseButUp = 5, MouseMove = 6,
                      Expose = 7, Resize = 8, CloseRequest = 9;
+// Wheel: value1 the steps (positive away from the user), gx, gy where the mouse is.
+// Key: value1 one of the key codes below; other keys are not reported.
+inline constexpr int MouseWheel = 10, KeyDown = 11;
+inline constexpr int kKeyHome = 1;
 inline constexpr int kRootWindow = 0;
 inline constexpr int kIdOk = 1, kIdCancel = 2;
 

@@ -29,6 +29,22 @@ void Root_Mouse(const WIN_MESSAGE& message) {
 #endif
 }
 
+void Root_Wheel(const WIN_MESSAGE& message) {
+#if ZD_WITH_PLOT
+    Zoom_Wheel(message.gx, message.gy, message.value1);
+#else
+    (void)message;
+#endif
+}
+
+void Root_Key(const WIN_MESSAGE& message) {
+#if ZD_WITH_PLOT
+    if (message.value1 == kKeyHome) Zoom_Home();
+#else
+    (void)message;
+#endif
+}
+
 void Root_Repaint() {
 #if ZD_WITH_PLOT
     Plot_Repaint();

@@ -6,6 +6,8 @@ namespace zendrite {
 
 void Connect_Plot();
 void Root_Mouse(const WIN_MESSAGE& message);
+void Root_Wheel(const WIN_MESSAGE& message);  // X zoomed about the mouse
+void Root_Key(const WIN_MESSAGE& message);    // Home: the full range
 void Root_Repaint();
 bool Root_Focus();  // false when there is no plot to focus
 

@@ -1,9 +1,11 @@
 // The handler of the root window: one dispatch on the event and the menu item.
 #include <iostream>
 
+#include "app/main/calc_mode_commands.h"
 #include "app/main/commands.h"
 #include "app/main/configuration.h"
 #include "app/main/plot_link.h"
+#include "app/main/profile_commands.h"
 #include "app/main/root_menu.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
@@ -142,6 +144,19 @@ void menu(int item) {
         WMenuSetState(40105, 2, 0);
         g.MoveMode = 0;
         return;
+    case 40102:
+        if (!Copy_Profile(message)) Show_Message(message);
+        Plot_ReMake();
+        return;
+    case 40036: Focus_Profile_Command(); return;
+    case 40023: Graph_Show_Command(); return;
+    case 40025: Sorting_Command(); return;
+    case 40037: Delete_Profiles_Command(); return;
+    case 40158: Playing_Command(); return;
+    case 40095: case 40099: case 40096: case 40097: case 40147: case 40093: case 40094:
+    case 40138: case 40139: case 40148: case 40144: case 40145: case 40110:
+        Calculation_Mode_Command(item);
+        return;
     case 40027:
         Enter_Multi_Mode(false);
         g.log_scale = false;
@@ -172,6 +187,12 @@ void ihand_winroot(int type, const WIN_MESSAGE& message) {
         if (g.graph_mode == "none") break;
         if (g.MoveMode > 5) fault("Fault: /zendrite_win_root/Ihand_WinRoot/17 Unknown MoveMode ");
         Root_Mouse(message);
+        break;
+    case MouseWheel:
+        if (g.graph_mode != "none") Root_Wheel(message);
+        break;
+    case KeyDown:
+        if (g.graph_mode != "none") Root_Key(message);
         break;
     case Expose: Root_Repaint(); break;
     case Resize: Plot_Again(); break;

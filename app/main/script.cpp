@@ -92,6 +92,25 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
             ok = false;
         }
         if (ok && m.type) return true;
+    } else if (cmd == "wheel" && (w.size() == 4 || w.size() == 5)) {
+        m = WIN_MESSAGE{};
+        m.type = MouseWheel;
+        m.value1 = to_int(w[1], ok);
+        if (w.size() == 5 && w[2] == "page") {
+            m.gx = to_real(w[3], ok), m.gy = to_real(w[4], ok);
+            IPgPageToXY(m.gx, m.gy, m.x, m.y);
+        } else if (w.size() == 4) {
+            m.x = to_real(w[2], ok), m.y = to_real(w[3], ok);
+            IPgXYToPage(m.x, m.y, m.gx, m.gy);
+        } else {
+            ok = false;
+        }
+        if (ok) return true;
+    } else if (cmd == "key" && w.size() == 2 && w[1] == "home") {
+        m = WIN_MESSAGE{};
+        m.type = KeyDown;
+        m.value1 = kKeyHome;
+        return true;
     } else if (cmd == "resize" && w.size() == 3) {
         m = WIN_MESSAGE{};
         m.type = Resize;

@@ -28,7 +28,9 @@ std::string Store_Dump() {
       << "\n"
       << "prf_loaded " << (g.prf_loaded ? 1 : 0) << "\n"
       << "ProfilePRFactive " << g.ProfilePRFactive << "\n"
-      << "nperfiles " << g.nperfiles << "\n";
+      << "nperfiles " << g.nperfiles << "\n"
+      << "show " << g.show_ycalc << g.show_ydiff << g.show_reflexions << g.show_background << "\n"
+      << "edit_flags " << g.peak_insert << g.peak_delete << g.bgr_insert << g.bgr_delete << "\n";
     o << "peaks " << g.Peak_List.count << "\n";
     for (int i = 1; i <= g.Peak_List.count && i <= kMaxPeaks + 1; ++i) {
         const PEAK_RECORD& p = g.Peak_List.p[static_cast<std::size_t>(i)];
@@ -59,7 +61,8 @@ std::string Store_Dump() {
           << "  nexcl " << in.nexcl << "\n";
         for (int e = 1; e <= in.nexcl && e <= hxl::kMaxExcluded; ++e)
             o << "    " << num(in.excl_low(e)) << ' ' << num(in.excl_high(e)) << "\n";
-        o << "  nrefl " << in.nrefl << "\n";
+        o << "  nrefl " << in.nrefl << "\n"
+          << "  show_profile " << g.show_profile[static_cast<std::size_t>(s)] << "\n";
     }
     return o.str();
 }

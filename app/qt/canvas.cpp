@@ -1,7 +1,9 @@
 #include "app/qt/canvas.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QWheelEvent>
 #include <QPainter>
 
 #include "app/qt/present_state.h"
@@ -10,6 +12,7 @@ namespace zendrite::qt {
 
 Canvas::Canvas(int handle, QWidget* parent) : QWidget(parent), handle_(handle) {
     setMouseTracking(true);
+    setFocusPolicy(Qt::WheelFocus);  // Home reaches the plot
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMinimumSize(200, 150);
 }
@@ -59,6 +62,37 @@ void Canvas::post_mouse(int type, QMouseEvent* e) {
 void Canvas::mousePressEvent(QMouseEvent* e) { post_mouse(MouseButDown, e); }
 void Canvas::mouseReleaseEvent(QMouseEvent* e) { post_mouse(MouseButUp, e); }
 void Canvas::mouseMoveEvent(QMouseEvent* e) { post_mouse(MouseMove, e); }
+
+void Canvas::wheelEvent(QWheelEvent* e) {
+    WINDOW_STATE* w = Window(handle_);
+    // one notch is 120; touch pads send less, gathered until a whole step is reached
+    wheel_rest_ += e->angleDelta().y();
+    const int steps = wheel_rest_ / 120;
+    wheel_rest_ -= steps * 120;
+    e->accept();
+    if (!w || steps == 0) return;
+    WIN_MESSAGE m;
+    m.type = MouseWheel;
+    m.win = handle_;
+    m.value1 = steps;
+    const QPointF pos = e->position();
+    m.gx = static_cast<float>(pos.x() / std::max(1, width()) * w->page_w);
+    m.gy = static_cast<float>((1.0 - pos.y() / std::max(1, height())) * w->page_h);
+    IPgPageToXY(m.gx, m.gy, m.x, m.y);
+    WMessagePost(m);
+}
+
+void Canvas::keyPressEvent(QKeyEvent* e) {
+    if (e->key() != Qt::Key_Home) {
+        QWidget::keyPressEvent(e);
+        return;
+    }
+    WIN_MESSAGE m;
+    m.type = KeyDown;
+    m.win = handle_;
+    m.value1 = kKeyHome;
+    WMessagePost(m);
+}
 
 Child_Frame::Child_Frame(int handle) : handle_(handle) {}
 

@@ -1,6 +1,6 @@
 #pragma once
 // The drawing area of a window: shows the window's front picture and turns
-// mouse, resize and close into events of the layer's FIFO.
+// mouse, wheel, keys, resize and close into events of the layer's FIFO.
 #include <QWidget>
 
 namespace zendrite::qt {
@@ -16,10 +16,13 @@ protected:
     void mousePressEvent(QMouseEvent*) override;
     void mouseReleaseEvent(QMouseEvent*) override;
     void mouseMoveEvent(QMouseEvent*) override;
+    void wheelEvent(QWheelEvent*) override;
+    void keyPressEvent(QKeyEvent*) override;
 
 private:
     void post_mouse(int type, QMouseEvent* e);
     int handle_;
+    int wheel_rest_ = 0;  // wheel angle not yet a whole step
 };
 
 // A top-level child window that reports its close request instead of closing.
