@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kLineLen = 180;
 // No instrument writes more; a head that asks for more is corrupt, and
 // allocating for it would exhaust the memory before the counts are read.
-constexpr double kMaxPoints = 50.0e6;
+constexpr double kMaxPoints = 16.0e6;
 
 int point_count(float xmin, float step, float xmax) {
     const double n = std::nearbyint(static_cast<double>((xmax - xmin) / step + 1.0f));
