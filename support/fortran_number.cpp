@@ -31,8 +31,49 @@ bool special(std::string_view t, bool negative, double& v) {
     return false;
 }
 
+// Most count data: a plain decimal of at most 7 significant digits and 10
+// decimals. The mantissa and the power of ten are then exact, and one division
+// rounds correctly, so the general path is not needed. False: not such a number.
+template <class T>
+bool plain_decimal(std::string_view t, int implied, T& value) {
+    static constexpr double pow10[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10};
+    const char* c = t.data();
+    const char* end = c + t.size();
+    const bool negative = c < end && *c == '-';
+    if (negative || (c < end && *c == '+')) ++c;
+    std::uint32_t m = 0;
+    int significant = 0, decimals = 0;
+    bool point = false, any = false;
+    for (; c < end; ++c) {
+        const unsigned d = static_cast<unsigned>(*c - '0');
+        if (d < 10) {
+            any = true;
+            if (m != 0 || d != 0) {
+                if (++significant > 7) return false;
+            }
+            m = m * 10u + d;
+            decimals += point;
+        } else if (*c == '.' && !point) {
+            point = true;
+        } else {
+            return false;
+        }
+    }
+    if (!any) return false;
+    if (!point) decimals = implied;
+    if (decimals > 10) return false;
+    T v;
+    if constexpr (std::is_same_v<T, float>)
+        v = static_cast<float>(m) / static_cast<float>(pow10[decimals]);
+    else
+        v = static_cast<double>(m) / pow10[decimals];
+    value = negative ? -v : v;
+    return true;
+}
+
 template <class T>
 bool parse(std::string_view t, int implied, T& value) {
+    if (implied >= 0 && plain_decimal(t, implied, value)) return true;
     std::size_t i = 0;
     const std::size_t n = t.size();
     bool negative = false;
@@ -91,20 +132,6 @@ bool parse(std::string_view t, int implied, T& value) {
     const long long magnitude = scale + ndig - 1;  // decimal exponent of the leading digit
     if (magnitude > 400 || magnitude < -400) {
         T v = magnitude > 0 ? std::numeric_limits<T>::infinity() : T(0);
-        value = negative ? -v : v;
-        return true;
-    }
-    // Most count data: at most 7 digits and 10 decimals. The mantissa and the
-    // power of ten are then exact, and one division rounds correctly.
-    if (ndig <= 7 && scale <= 0 && scale >= -10) {
-        static constexpr double pow10[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10};
-        std::uint32_t m = 0;
-        for (int k = 0; k < ndig; ++k) m = m * 10u + static_cast<std::uint32_t>(digits[k] - '0');
-        T v;
-        if constexpr (std::is_same_v<T, float>)
-            v = static_cast<float>(m) / static_cast<float>(pow10[-scale]);
-        else
-            v = static_cast<double>(m) / pow10[-scale];
         value = negative ? -v : v;
         return true;
     }

@@ -7,8 +7,22 @@
 namespace hxl {
 namespace {
 
-inline bool is_sep_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0'; }
-inline bool ends_token(char c) { return is_sep_blank(c) || c == ',' || c == '/'; }
+// Character classes, looked up once a character: the scan of a large file is
+// most of the cost of reading it.
+enum : unsigned char { kPart = 0, kBlank = 1, kEnd = 2, kStar = 3 };
+struct Classes {
+    unsigned char of[256];
+    constexpr Classes() : of{} {
+        for (int c = 0; c < 256; ++c) of[c] = kPart;
+        of[static_cast<unsigned char>(' ')] = of[static_cast<unsigned char>('\t')] = kBlank;
+        of[static_cast<unsigned char>('\r')] = of[static_cast<unsigned char>('\n')] = of[0] = kBlank;
+        of[static_cast<unsigned char>(',')] = of[static_cast<unsigned char>('/')] = kEnd;
+        of[static_cast<unsigned char>('*')] = kStar;
+    }
+};
+constexpr Classes kClasses;
+inline unsigned char class_of(char c) { return kClasses.of[static_cast<unsigned char>(c)]; }
+inline bool is_sep_blank(char c) { return class_of(c) == kBlank; }
 
 template <class T>
 bool parse_real(std::string_view w, T& value) { return Fortran_Real(w, 0, value); }
@@ -66,9 +80,11 @@ List_Result list_read(Lines& lines, T* out, int n) {
         if (c == '/') return List_Result::Ok;
         std::size_t q = p;
         std::size_t star = std::string_view::npos;
-        while (q < len && !ends_token(s[q])) {
-            if (s[q] == '*' && star == std::string_view::npos) star = q - p;
-            ++q;
+        for (; q < len; ++q) {
+            const unsigned char k2 = class_of(s[q]);
+            if (k2 == kPart) continue;
+            if (k2 != kStar) break;
+            if (star == std::string_view::npos) star = q - p;
         }
         std::string_view tok(s + p, q - p);
         p = q;
