@@ -45,11 +45,7 @@ void Read_Pattern_Jcamp(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
             val("## LASTX=", p.xmax) || val("## DELTAX=", p.step) || val("## NPOINTS=", npoints);
     }
     p.npts = Point_Count(npoints);
-    if (p.npts <= 0 && p.step > 0.0f) p.npts = Point_Count((double(p.xmax) - p.xmin) / p.step + 1.5);
-    if (p.npts <= 0 || Implausible_Count(unit, p.npts))
-        return Set_Pattern_Error(" Error in Intensity file, Number of points negative or zero!");
-    Allocate_Pattern(p);
-    if (ERR_Pattern) return;
+    if (!Allocate_Fixed_Step(unit, p)) return;
     std::string_view row;
     for (int k = 0; k < p.npts;) {
         if (!unit.Read_Line(row)) return Set_Pattern_Error(" Error reading a profile JCP-DATA file: end of file");

@@ -29,11 +29,8 @@ void Read_Pattern_KV7_Old(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
     p.step = lim[0];
     p.xmin = lim[1];
     p.xmax = lim[2];
-    p.npts = p.step > 0.0f ? Point_Count((double(p.xmax) - p.xmin) / p.step + 1.5) : 0;
-    if (p.npts <= 0 || Implausible_Count(unit, p.npts))
-        return Set_Pattern_Error(" Error in Intensity file, Number of points negative or zero!");
-    Allocate_Pattern(p);
-    if (ERR_Pattern) return;
+    p.npts = 0;  // from the head
+    if (!Allocate_Fixed_Step(unit, p)) return;
     std::vector<int> cells(static_cast<std::size_t>(p.npts));
     if (Read_Fixed_Pairs(unit, cells.data(), p.y.data(), p.npts, 10, 2, 6) != Field_Result::Ok)
         return Set_Pattern_Error(instr);

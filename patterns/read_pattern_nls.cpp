@@ -31,11 +31,8 @@ void Read_Pattern_NLS(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
     p.xmin = lim[0];
     p.step = lim[1];
     p.xmax = lim[2];
-    p.npts = p.step > 0.0f ? Point_Count((double(p.xmax) - p.xmin) / p.step + 1.5) : 0;
-    if (p.npts <= 0 || Implausible_Count(unit, p.npts))
-        return Set_Pattern_Error(" Error in Intensity file, Number of points negative or zero!");
-    Allocate_Pattern(p);
-    if (ERR_Pattern) return;
+    p.npts = 0;  // from the head
+    if (!Allocate_Fixed_Step(unit, p)) return;
     for (int i = 0; i < p.npts; i += 10) {
         const int k = std::min(10, p.npts - i);
         if (Read_Fixed_Reals(unit, p.y.data() + i, k, 10, 8) != Field_Result::Ok)

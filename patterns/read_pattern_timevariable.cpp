@@ -24,11 +24,8 @@ void Read_Pattern_TimeVariable(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
     p.xmin = lim[0];
     p.step = lim[1];
     p.xmax = lim[2];
-    p.npts = p.step > 0.0f ? Point_Count((double(p.xmax) - p.xmin) / p.step + 1.5) : 0;
-    if (p.npts <= 0 || Implausible_Count(unit, p.npts))
-        return Set_Pattern_Error(" Error in Intensity file, Number of points negative or zero!");
-    Allocate_Pattern(p);
-    if (ERR_Pattern) return;
+    p.npts = 0;  // from the head
+    if (!Allocate_Fixed_Step(unit, p)) return;
     std::vector<float> time(static_cast<std::size_t>(p.npts)), count(static_cast<std::size_t>(p.npts));
     std::string_view row;
     for (int k = 0; k < p.npts;) {

@@ -237,4 +237,14 @@ std::string Keyword_Value(std::string_view rest) {
     return v;
 }
 
+bool Allocate_Fixed_Step(const Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
+    if (p.npts <= 0 && p.step > 0.0f) p.npts = Point_Count((double(p.xmax) - p.xmin) / p.step + 1.5);
+    if (p.npts <= 0 || Implausible_Count(unit, p.npts)) {
+        Set_Pattern_Error(" Error in Intensity file, Number of points negative or zero!");
+        return false;
+    }
+    Allocate_Pattern(p);
+    return !ERR_Pattern;
+}
+
 }  // namespace hxl

@@ -34,6 +34,11 @@ int Point_Count(double value);
 // Guards allocation against a count no file of this size could hold.
 bool Implausible_Count(const Text_Unit& unit, long long npts);
 
+// Allocates a fixed-step pattern of `npts` points, taking, when `npts` is not
+// positive, the integer part of (xmax - xmin)/step + 1.5. False, with the
+// reader's message, when the head gives no points or more than the file holds.
+bool Allocate_Fixed_Step(const Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& pattern);
+
 // Cuts every array of the record to its first `n` points (n <= allocated size).
 void Shrink_Pattern(DIFFRACTION_PATTERN_TYPE& pattern, int n);
 
