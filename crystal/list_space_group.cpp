@@ -41,6 +41,32 @@ std::string frac(int t24) {
     return s.substr(0, s.find(','));
 }
 
+// Multiplicity and letter, site symmetry, then the orbit's triplets, four a line,
+// after the centring translations they are to be added to.
+void List_Wyckoff_Positions(const SPACE_GROUP_TYPE& sg, std::ostream& u) {
+    u << "\n => Special Wyckoff Positions for " << sg.hm_symbol << "\n";
+    if (!sg.centring.translations.empty()) {
+        std::string plus = "(0,0,0)+";
+        for (const SEITZ_TYPE& t : sg.centring.translations)
+            plus += "  (" + frac(t.t[0]) + "," + frac(t.t[1]) + "," + frac(t.t[2]) + ")+";
+        u << "    Coordinates are to be added to: " << plus << "\n";
+    }
+    u << "\n    Mult  Site symmetry  Coordinates\n";
+    for (const WYCKOFF_POS_TYPE& w : sg.wyckoff) {
+        char head[48];
+        std::snprintf(head, sizeof head, "%7d%c  %-13s", w.multiplicity, w.letter, w.site_symmetry.c_str());
+        std::string line = head;
+        for (int i = 1; i <= w.coordinates.size(); ++i) {
+            if (i > 1 && (i - 1) % 4 == 0) {
+                u << line << "\n";
+                line = std::string(23, ' ');
+            }
+            line += "  (" + w.coordinates(i) + ")";
+        }
+        u << line << "\n";
+    }
+}
+
 }  // namespace
 
 void List_Space_Group(const SPACE_GROUP_TYPE& sg, std::ostream& u, bool full) {
@@ -81,10 +107,7 @@ void List_Space_Group(const SPACE_GROUP_TYPE& sg, std::ostream& u, bool full) {
                       rotation_kind(sg.operators(i).rotation));
         u << buf << "\n";
     }
-    if (sg.wyckoff.size() > 0) {
-        u << "\n => Special Wyckoff Positions for " << sg.hm_symbol << "\n";
-        for (const std::string& w : sg.wyckoff) u << "    " << w << "\n";
-    }
+    if (sg.wyckoff.size() > 0) List_Wyckoff_Positions(sg, u);
 }
 
 }  // namespace hxl

@@ -50,6 +50,7 @@ void from_row(int row, SPACE_GROUP_TYPE& sg, const std::string& setting_type) {
     sg.lattice_symbol = std::string(1, r.hm[0]);
     fill_operators(sg, Tabulated_Operators(row));
     Fill_Group_Descriptors(sg);
+    Fill_Wyckoff_Positions(row, sg);
 }
 
 bool is_number(const std::string& s, int& n) {

@@ -15,6 +15,15 @@ struct LATTICE_CENTRING_TYPE {
     std::vector<SEITZ_TYPE> translations;  // without the null one
 };
 
+// A special Wyckoff position of a tabulated setting.
+struct WYCKOFF_POS_TYPE {
+    int multiplicity = 0;  // in the conventional cell
+    char letter = ' ';
+    std::string site_symmetry;        // oriented, ".-3m"
+    SEITZ_TYPE triplet;               // the representative: r (x,y,z) + t
+    Array1<std::string> coordinates;  // the orbit, one triplet per coset of the centring
+};
+
 struct SPACE_GROUP_TYPE {
     int number = 0;
     std::string hm_symbol;        // 20
@@ -29,12 +38,12 @@ struct SPACE_GROUP_TYPE {
     std::string centrosymmetry;
     float centre_at[3] = {0, 0, 0};
     int multiplicity = 0;
-    std::string asym_unit;
+    std::string asym_unit;  // "0 <= x <= 1/8;  0 <= y <= 1/8;  0 <= z <= 1", empty when unknown
     Array1<SYM_OPER_TYPE> operators;
     Array1<std::string> operator_texts;
     Array1<SEITZ_TYPE> seitz;  // the same operators, exact
     LATTICE_CENTRING_TYPE centring;
-    Array1<std::string> wyckoff;
+    Array1<WYCKOFF_POS_TYPE> wyckoff;  // special positions only, empty when unknown
 };
 
 // The module's error pair; ERR_Symm_Info holds the second line of a refusal.
@@ -71,5 +80,7 @@ std::string HM_Symbol_Refusal(const std::string& symbol);
 
 // Fills the descriptors from the operators in sg.seitz.
 void Fill_Group_Descriptors(SPACE_GROUP_TYPE& sg);
+// Fills asym_unit and wyckoff from the tables of a row, orbits from sg.seitz.
+void Fill_Wyckoff_Positions(int row, SPACE_GROUP_TYPE& sg);
 
 }  // namespace hxl

@@ -32,7 +32,8 @@ const bool registered = Register_Batch_Verb(
     {"sg", "sg SYMBOL|NUMBER",
      "      prints the \"Information on Space Group:\" listing of a Hermann-Mauguin\n"
      "      symbol (\"P b m n\", \"Pbmn\", \"F d -3 m:1\"), a Hall symbol or a number,\n"
-     "      with its operators and its reflection conditions",
+     "      with its operators, asymmetric unit, special Wyckoff positions and\n"
+     "      reflection conditions",
      run_sg});
 
 }  // namespace

@@ -25,6 +25,11 @@ TEST(BatchCrystalVerbs, SgPrintsTheListingAndRefusesBadSymbols) {
         EXPECT_NE(out.find(s), std::string::npos) << s;
     ASSERT_EQ(run({"sg", "62"}, out, err), 0);
     EXPECT_NE(out.find("P n m a"), std::string::npos);
+    EXPECT_NE(out.find("      4c  .m.            (x,1/4,z)  "), std::string::npos) << out;
+    ASSERT_EQ(run({"sg", "F", "d", "-3", "m:1"}, out, err), 0) << err;
+    for (const char* s : {" =>         Asymmetric unit: 0 <= x <= 1/8;  0 <= y <= 1/8;  0 <= z <= 1",
+                          " => Special Wyckoff Positions for F d -3 m", "      8a  -43m           (0,0,0)  (1/4,1/4,1/4)\n"})
+        EXPECT_NE(out.find(s), std::string::npos) << s;
     EXPECT_EQ(run({"sg", "231"}, out, err), 1);
     EXPECT_NE(err.find("The number of the space group should be in the interval [1,230]"), std::string::npos);
     EXPECT_EQ(run({"sg", "P 5"}, out, err), 1);
