@@ -5,6 +5,7 @@
 
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
+#include "graphics/curve_draw.h"
 #include "graphics/plot_parts.h"
 #include "graphics/plot_settings.h"
 #include "support/fixed_text.h"
@@ -14,19 +15,16 @@ namespace zendrite {
 namespace {
 using hxl::Same;
 
-float log_value(float v, bool log) { return log ? (v > 1.0f ? std::log10(v) : 0.0f) : v; }
-
-std::vector<float> copy_of(const hxl::Array1<float>& a, int n, bool log) {
-    std::vector<float> c(static_cast<std::size_t>(n));
-    for (int i = 1; i <= n; ++i) c[static_cast<std::size_t>(i - 1)] = log_value(a(i), log);
-    return c;
+CURVE_LOOK line_look(const CURVE_STYLE& c) {
+    CURVE_LOOK k;
+    k.marker_size = c.marker_size;
+    k.line_type = c.line_type, k.line_colour = c.colour, k.line_width = c.line_width;
+    return k;
 }
-
-void line_style(const CURVE_STYLE& c) { IPgStyle(1, PgLine, 1, c.colour, c.line_type, c.line_width, c.marker_size); }
 
 // Points of the slot inside one excluded region, redrawn in the excluded colour.
 void draw_excluded(const DIFFRACTION_PATTERN_TYPE& p, const PRF_INFO_ADD_TYPE& info, const PROFILE_STYLE& st,
-                   const std::vector<float>& y, float xmin, float xmax, bool mono) {
+                   bool log, float xmin, float xmax, bool mono) {
     const PLOT_SETTINGS& s = Plot_Settings();
     const int nexcl = std::min(info.nexcl, hxl::kMaxExcluded);
     for (int r = 1; r <= nexcl; ++r) {
@@ -39,16 +37,11 @@ void draw_excluded(const DIFFRACTION_PATTERN_TYPE& p, const PRF_INFO_ADD_TYPE& i
             last = i;
         }
         if (first == 0 || last - first + 1 < 2) continue;
-        const int count = last - first + 1;
-        const float* xs = &p.x(first);
-        const float* ys = &y[static_cast<std::size_t>(first - 1)];
-        IPgStartGraph(PgXY, 1, count);
-        IPgStyle(1, PgNoFill, st.marker, s.excluded_colour, 0, 1, st.marker_size);
-        IPgXYMarkers(xs, ys, count);
-        if (st.line_type != -1 && !mono) {
-            IPgStyle(1, PgLine, 1, s.excluded_colour, st.line_type, st.line_width, st.marker_size);
-            IPgXYLine(xs, ys, count);
-        }
+        CURVE_LOOK k;
+        k.marker = st.marker, k.marker_colour = s.excluded_colour, k.marker_size = st.marker_size;
+        if (st.line_type != -1 && !mono)
+            k.line_type = st.line_type, k.line_colour = s.excluded_colour, k.line_width = st.line_width;
+        Draw_Curve(&p.x(first), &p.y(first), last - first + 1, log, k);
     }
 }
 }  // namespace
@@ -63,10 +56,12 @@ void Draw_Slot_Curves(int slot, float xmin, float xmax, bool log) {
     const PROFILE_STYLE& st = s.styles[static_cast<std::size_t>(Style_Of_Slot(slot))];
     const bool mono = Same(info.prf_type, "MONO");
 
-    const std::vector<float> y = copy_of(p.y, n, log);
-    IPgStartGraph(PgXY, 1, n);
-    IPgStyle(1, PgNoFill, st.marker, st.marker_colour, st.line_type, st.line_width, st.marker_size);
-    IPgXYMarkers(p.x.data(), y.data(), n);
+    CURVE_LOOK look;
+    look.marker = st.marker, look.marker_colour = st.marker_colour, look.marker_size = st.marker_size;
+    look.line_colour = st.line_colour, look.line_width = st.line_width;
+    // the error bars of a MONO file come between its markers and where a line would be
+    look.line_type = mono ? -1 : st.line_type;
+    Draw_Curve(p.x.data(), p.y.data(), n, log, look);
 
     if (mono && p.sigma.size() >= n) {
         std::vector<float> low(static_cast<std::size_t>(n)), high(static_cast<std::size_t>(n));
@@ -76,29 +71,18 @@ void Draw_Slot_Curves(int slot, float xmin, float xmax, bool log) {
             low[static_cast<std::size_t>(i - 1)] = p.y(i) - sd;
             high[static_cast<std::size_t>(i - 1)] = p.y(i) + sd;
         }
-        IPgStyle(1, PgLine, 1, st.line_colour, 0, 1, st.marker_size);
-        IPgErrorBars(p.x.data(), low.data(), high.data(), n);
-    }
-    if (st.line_type != -1 && !mono) {
-        IPgStyle(1, PgLine, 1, st.line_colour, st.line_type, st.line_width, st.marker_size);
-        IPgXYLine(p.x.data(), y.data(), n);
+        Draw_Error_Bars(p.x.data(), low.data(), high.data(), n, st.line_colour, st.marker_size);
     }
     const bool calc = g.plot_calc[static_cast<std::size_t>(slot)] && p.ycalc.size() >= n;
-    if (calc) {
-        line_style(s.calc_style);
-        IPgXYLine(p.x.data(), copy_of(p.ycalc, n, log).data(), n);
-    }
-    if (g.plot_bgr[static_cast<std::size_t>(slot)] && p.bgr.size() >= n) {
-        line_style(s.diff_style);
-        IPgXYLine(p.x.data(), copy_of(p.bgr, n, log).data(), n);
-    }
+    if (calc) Draw_Curve(p.x.data(), p.ycalc.data(), n, log, line_look(s.calc_style));
+    if (g.plot_bgr[static_cast<std::size_t>(slot)] && p.bgr.size() >= n)
+        Draw_Curve(p.x.data(), p.bgr.data(), n, log, line_look(s.diff_style));
     if (calc) {
         std::vector<float> d(static_cast<std::size_t>(n));
         for (int i = 1; i <= n; ++i) d[static_cast<std::size_t>(i - 1)] = p.y(i) - p.ycalc(i);
-        line_style(s.diff_style);
-        IPgXYLine(p.x.data(), d.data(), n);
+        Draw_Curve(p.x.data(), d.data(), n, false, line_look(s.diff_style));
     }
-    if (s.excluded_drawn && info.nexcl > 0) draw_excluded(p, info, st, y, xmin, xmax, mono);
+    if (s.excluded_drawn && info.nexcl > 0) draw_excluded(p, info, st, log, xmin, xmax, mono);
 }
 
 }  // namespace zendrite

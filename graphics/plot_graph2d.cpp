@@ -3,6 +3,7 @@
 
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
+#include "graphics/curve_draw.h"
 #include "graphics/plot.h"
 #include "graphics/plot_parts.h"
 #include "graphics/plot_settings.h"
@@ -48,6 +49,7 @@ void plot_graph2d(int nperfiles, float xmin, float xmax, float ymin, float ymax,
     IGrFillPattern(0);
 
     IPgUnits(xmin, ymin, xmax, ymax);
+    Set_Frame_Pixels(xmin, xmax, ymin, ymax, std::max(WInfoWindow(1), 1), std::max(WInfoWindow(2), 1));
     for (int k = 1; k <= n; ++k)
         if (g.show_profile[static_cast<std::size_t>(k)]) Draw_Slot_Curves(k, xmin, xmax, log);
 

@@ -4,6 +4,7 @@
 
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
+#include "graphics/curve_draw.h"
 #include "graphics/plot_parts.h"
 #include "graphics/plot_settings.h"
 #include "graphics/plot_state.h"
@@ -39,14 +40,11 @@ int tick_colour(const DIFFRACTION_PATTERN_TYPE& p, const PRF_INFO_ADD_TYPE& info
 }
 
 void curve(const float* x, const float* y, int n, const CURVE_STYLE& c, bool markers) {
-    IPgStartGraph(PgXY, 1, n);
-    if (markers) {
-        IPgStyle(1, PgNoFill, c.marker, c.colour, c.line_type, c.line_width, c.marker_size);
-        IPgXYMarkers(x, y, n);
-    } else {
-        IPgStyle(1, PgLine, 1, c.colour, c.line_type, c.line_width, c.marker_size);
-        IPgXYLine(x, y, n);
-    }
+    CURVE_LOOK k;
+    k.marker_size = c.marker_size;
+    if (markers) k.marker = c.marker, k.marker_colour = c.colour;
+    else k.line_type = c.line_type, k.line_colour = c.colour, k.line_width = c.line_width;
+    Draw_Curve(x, y, n, false, k);
 }
 
 void draw_ticks(const DIFFRACTION_PATTERN_TYPE& p, const PRF_INFO_ADD_TYPE& info, int nrefl, float xmin, float xmax) {

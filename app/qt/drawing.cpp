@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "app/qt/present_state.h"
+#include "app/qt/raster_fast.h"
 
 namespace zendrite {
 using namespace qt;
@@ -13,19 +14,14 @@ namespace qt {
 QColor Colour(int rgb) { return QColor(rgb & 0xFF, (rgb >> 8) & 0xFF, (rgb >> 16) & 0xFF); }
 
 QImage* Target() {
-    LAYER& l = L();
-    if (l.gr.kind == 2) {
-        auto it = l.bitmaps.find(l.gr.handle);
-        return it == l.bitmaps.end() ? nullptr : &it->second;
-    }
-    WINDOW_STATE* w = Window(l.gr.handle);
-    if (!w) w = Window(l.selected_window);
-    return w ? &w->front : nullptr;
+    // the picture is about to be painted or read: queued runs go first
+    Flush_Spans();
+    return Span_Target();
 }
 
 QPointF To_Pixel(float x, float y) {
     const GR_STATE& g = L().gr;
-    const QImage* t = Target();
+    const QImage* t = Span_Target();
     const double W = t ? t->width() : 1, H = t ? t->height() : 1;
     const double fx = g.ax1 + (x - g.ux1) / (g.ux2 - g.ux1 == 0 ? 1 : g.ux2 - g.ux1) * (g.ax2 - g.ax1);
     const double fy = g.ay1 + (y - g.uy1) / (g.uy2 - g.uy1 == 0 ? 1 : g.uy2 - g.uy1) * (g.ay2 - g.ay1);
@@ -34,7 +30,7 @@ QPointF To_Pixel(float x, float y) {
 
 PIXEL_MAP Pixel_Map() {
     const GR_STATE& g = L().gr;
-    const QImage* t = Target();
+    const QImage* t = Span_Target();
     const double W = t ? t->width() : 1, H = t ? t->height() : 1;
     const double ux = g.ux2 - g.ux1 == 0 ? 1 : g.ux2 - g.ux1, uy = g.uy2 - g.uy1 == 0 ? 1 : g.uy2 - g.uy1;
     PIXEL_MAP m;
@@ -70,7 +66,7 @@ void Draw_Marker(QPainter& p, const QPointF& c, int marker, double r) {
 
 void From_Pixel(const QPointF& p, float& x, float& y) {
     const GR_STATE& g = L().gr;
-    const QImage* t = Target();
+    const QImage* t = Span_Target();
     const double W = t ? t->width() : 1, H = t ? t->height() : 1;
     const double fx = p.x() / W, fy = 1.0 - p.y() / H;
     x = static_cast<float>(g.ux1 + (fx - g.ax1) / (g.ax2 - g.ax1) * (g.ux2 - g.ux1));
@@ -79,12 +75,12 @@ void From_Pixel(const QPointF& p, float& x, float& y) {
 
 float Pixels_Per_Unit_X() {
     const GR_STATE& g = L().gr;
-    const QImage* t = Target();
+    const QImage* t = Span_Target();
     return static_cast<float>((t ? t->width() : 1) * (g.ax2 - g.ax1) / std::fabs(g.ux2 - g.ux1 == 0 ? 1 : g.ux2 - g.ux1));
 }
 float Pixels_Per_Unit_Y() {
     const GR_STATE& g = L().gr;
-    const QImage* t = Target();
+    const QImage* t = Span_Target();
     return static_cast<float>((t ? t->height() : 1) * (g.ay2 - g.ay1) / std::fabs(g.uy2 - g.uy1 == 0 ? 1 : g.uy2 - g.uy1));
 }
 
@@ -313,12 +309,14 @@ void WBitmapCreate(int& handle, int width, int height) {
 
 void WBitmapDestroy(int handle) {
     LAYER& l = L();
+    Drop_Spans(handle);
     l.bitmaps.erase(handle);
     if (l.gr.kind == 2 && l.gr.handle == handle) IGrSelect(1, l.selected_window);
 }
 
 void WBitmapPut(int handle, int /*mode*/) {
     LAYER& l = L();
+    Flush_Spans();
     auto it = l.bitmaps.find(handle);
     WINDOW_STATE* w = Window(l.selected_window);
     if (it == l.bitmaps.end() || !w) return;

@@ -322,6 +322,7 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
 void IPgErrorBars(const float* x, const float* y_low, const float* y_high, int n) {
     if (!x || !y_low || !y_high || n < 1) return;
     In_Frame f;
+    if (Queue_Bars(f.clip(), x, y_low, y_high, n, Colour(set_now().colour).rgb())) return;
     QImage* t = Target();
     if (!t) return;
     const QRectF clip = f.clip();

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <map>
 #include <tuple>
 
@@ -17,6 +18,7 @@ bool Raster_Direct(const QImage& img) {
 }
 
 void Raster_Polyline(QImage& img, const QRect& clip0, const QPointF* pts, int n, QRgb rgb) {
+    Flush_Spans();
     const QRect clip = clip0.intersected(img.rect());
     if (clip.isEmpty() || n < 1) return;
     const int stride = static_cast<int>(img.bytesPerLine() / 4);
@@ -79,6 +81,7 @@ const std::vector<std::pair<int, int>>& Marker_Offsets(int marker, double radius
 
 void Raster_Markers(QImage& img, const QRect& clip0, const std::vector<QPointF>& pts,
                     const std::vector<std::pair<int, int>>& offsets, QRgb rgb) {
+    Flush_Spans();
     const QRect clip = clip0.intersected(img.rect());
     if (clip.isEmpty()) return;
     const int stride = static_cast<int>(img.bytesPerLine() / 4);
@@ -99,6 +102,145 @@ void Raster_Markers(QImage& img, const QRect& clip0, const std::vector<QPointF>&
             bits[static_cast<std::size_t>(py) * static_cast<std::size_t>(stride) + static_cast<std::size_t>(px)] = rgb;
         }
     }
+}
+
+namespace {
+
+struct SPAN {
+    std::uint16_t column, top, bottom;
+    QRgb rgb;
+};
+
+// The runs waiting for one picture: the target kind (1 window, 2 bitmap) and its handle.
+struct SPAN_QUEUE {
+    int kind = 0, handle = 0;
+    QSize size;  // of the picture when the runs were queued
+    std::vector<SPAN> spans;
+    std::vector<std::vector<std::pair<int, int>>> covered;  // per column, rows already final
+    std::vector<std::pair<int, int>> merged;
+};
+
+SPAN_QUEUE& queue() {
+    static SPAN_QUEUE q;
+    return q;
+}
+
+QImage* image_of(int kind, int handle) {
+    LAYER& l = L();
+    if (kind == 2) {
+        auto it = l.bitmaps.find(handle);
+        return it == l.bitmaps.end() ? nullptr : &it->second;
+    }
+    WINDOW_STATE* w = Window(handle);
+    return w ? &w->front : nullptr;
+}
+
+// Writes rows a..b of the run that no later run covers, then marks them covered.
+void paint_uncovered(std::vector<std::pair<int, int>>& covered, std::vector<std::pair<int, int>>& merged,
+                     QRgb* column, int stride, int a, int b, QRgb rgb) {
+    auto fill = [&](int from, int to) {
+        QRgb* px = column + static_cast<std::ptrdiff_t>(from) * stride;
+        for (int y = from; y <= to; ++y, px += stride) *px = rgb;
+    };
+    int pos = a;
+    for (const auto& [s, e] : covered) {
+        if (e < pos) continue;
+        if (s > b) break;
+        if (s > pos) fill(pos, s - 1);
+        pos = e + 1;
+        if (pos > b) break;
+    }
+    if (pos <= b) fill(pos, b);
+    // merge [a, b] into the sorted, disjoint list
+    merged.clear();
+    std::size_t i = 0;
+    const std::size_t m = covered.size();
+    while (i < m && covered[i].second < a - 1) merged.push_back(covered[i++]);
+    int lo = a, hi = b;
+    while (i < m && covered[i].first <= b + 1) {
+        lo = std::min(lo, covered[i].first);
+        hi = std::max(hi, covered[i].second);
+        ++i;
+    }
+    merged.emplace_back(lo, hi);
+    while (i < m) merged.push_back(covered[i++]);
+    covered.swap(merged);
+}
+
+}  // namespace
+
+QImage* Span_Target() {
+    LAYER& l = L();
+    if (l.gr.kind == 2) return image_of(2, l.gr.handle);
+    WINDOW_STATE* w = Window(l.gr.handle);
+    if (!w) w = Window(l.selected_window);
+    return w ? &w->front : nullptr;
+}
+
+void Flush_Spans() {
+    SPAN_QUEUE& q = queue();
+    if (q.spans.empty()) return;
+    QImage* img = image_of(q.kind, q.handle);
+    // a picture replaced or resized since takes none of the runs
+    if (!img || !Raster_Direct(*img) || img->size() != q.size) {
+        q.spans.clear();
+        return;
+    }
+    const int width = img->width(), stride = static_cast<int>(img->bytesPerLine() / 4);
+    QRgb* bits = reinterpret_cast<QRgb*>(img->bits());
+    if (q.covered.size() < static_cast<std::size_t>(width)) q.covered.resize(static_cast<std::size_t>(width));
+    for (auto& c : q.covered) c.clear();
+    for (auto it = q.spans.rbegin(); it != q.spans.rend(); ++it) {
+        const SPAN& s = *it;
+        auto& covered = q.covered[s.column];
+        // most runs of a dense frame fall inside rows already final
+        if (covered.size() == 1 && covered[0].first <= s.top && covered[0].second >= s.bottom) continue;
+        paint_uncovered(covered, q.merged, bits + s.column, stride, s.top, s.bottom, s.rgb);
+    }
+    q.spans.clear();
+}
+
+void Drop_Spans(int bitmap) {
+    SPAN_QUEUE& q = queue();
+    if (q.kind == 2 && q.handle == bitmap) q.spans.clear();
+}
+
+bool Queue_Bars(const QRectF& clip0, const float* x, const float* y_low, const float* y_high, int n, QRgb rgb) {
+    const LAYER& l = L();
+    QImage* img = Span_Target();
+    if (!img || l.gr.plot_mode == PlotXor || !Raster_Direct(*img) || img->width() > 65535 || img->height() > 65535)
+        return false;
+    const int kind = l.gr.kind == 2 ? 2 : 1;
+    const int handle = kind == 2 ? l.gr.handle : (Window(l.gr.handle) ? l.gr.handle : l.selected_window);
+    SPAN_QUEUE& q = queue();
+    if (!q.spans.empty() && (q.kind != kind || q.handle != handle || q.size != img->size())) Flush_Spans();
+    q.kind = kind, q.handle = handle, q.size = img->size();
+    const QRect clip = clip0.toAlignedRect().intersected(img->rect());
+    if (clip.isEmpty()) return true;
+    const PIXEL_MAP map = Pixel_Map();
+    const double far = 1.0e7, left = clip.left(), right = clip.right() + 1;
+    const int ctop = clip.top(), cbottom = clip.bottom();
+    std::size_t used = q.spans.size();
+    q.spans.resize(used + static_cast<std::size_t>(n));
+    SPAN* out = q.spans.data();
+    for (int i = 0; i < n; ++i) {
+        const double px = map.ox + map.sx * x[i];
+        const double pa = map.oy + map.sy * y_low[i], pb = map.oy + map.sy * y_high[i];
+        if (!(px >= left && px < right) || !std::isfinite(pa) || !std::isfinite(pb)) continue;
+        // shifted so that truncation floors, without a call to floor
+        const int top = std::max(static_cast<int>(std::clamp(std::min(pa, pb), -far, far) + 16777216.0) - 16777216, ctop);
+        const int bottom = std::min(static_cast<int>(std::clamp(std::max(pa, pb), -far, far) + 16777216.0) - 16777216, cbottom);
+        if (top > bottom) continue;
+        out[used++] = SPAN{static_cast<std::uint16_t>(px), static_cast<std::uint16_t>(top),
+                           static_cast<std::uint16_t>(bottom), rgb};
+    }
+    q.spans.resize(used);
+    // a window shows what it is given at once
+    if (kind == 1) {
+        Flush_Spans();
+        Refresh_Window(handle);
+    }
+    return true;
 }
 
 void Pixel_Marks::Reset(int width, int height) {
