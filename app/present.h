@@ -18,6 +18,8 @@ inline constexpr int MenuSelect = 2, PushButton = 3, MouseButDown = 4, MouseButU
 // Key: value1 one of the key codes below; other keys are not reported.
 inline constexpr int MouseWheel = 10, KeyDown = 11;
 inline constexpr int kKeyHome = 1;
+// The arrows and the page keys, for windows that step through a list.
+inline constexpr int kKeyUp = 2, kKeyDown = 3, kKeyLeft = 4, kKeyRight = 5, kKeyPageUp = 6, kKeyPageDown = 7;
 inline constexpr int kRootWindow = 0;
 inline constexpr int kIdOk = 1, kIdCancel = 2;
 
@@ -39,6 +41,9 @@ bool WMessagePending();
 void WMessageMouseMove(bool on);  // delivery of movement events
 
 // ---------------------------------------------------------------- windows
+// Flag of WindowOpenChild: the child has a status bar of its own, which WindowOutStatusBar
+// and WindowStatusBarText use while the child is the selected window.
+inline constexpr int ChildStatusBar = 1;
 // Opens the root window (number 0) with the menu bar `menu` (0: none) and a status bar.
 void WindowOpen(int flags, int menu, int width, int height, const std::string& title);
 int WindowOpenChild(int flags, int x, int y, int width, int height, const std::string& title);
@@ -82,6 +87,9 @@ struct TOOL_ENTRY {
     std::string tip;
 };
 void WMenuToolbar(int id, const std::vector<TOOL_ENTRY>& entries);
+// A toolbar on a child window: its items come out of WMessage as MenuSelect events with the
+// child's number as window, and WMenuSetState/WMenuGetState act on them like menu items.
+void WChildToolbar(int handle, const std::vector<TOOL_ENTRY>& entries);
 
 // ---------------------------------------------------------------- dialogs
 enum class FIELD_KIND {

@@ -6,6 +6,7 @@
 #include "app/main/configuration.h"
 #include "app/main/plot_link.h"
 #include "app/main/profile_commands.h"
+#include "app/main/quick_view.h"
 #include "app/main/root_menu.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
@@ -148,6 +149,7 @@ void menu(int item) {
         if (!Copy_Profile(message)) Show_Message(message);
         Plot_ReMake();
         return;
+    case 40030: Open_Quick_View(); return;
     case 40036: Focus_Profile_Command(); return;
     case 40023: Graph_Show_Command(); return;
     case 40025: Sorting_Command(); return;

@@ -3,8 +3,14 @@
 #include <fstream>
 #include <iostream>
 
+#include "app/main/quick_view.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
+#include "app/store/zendrite_param_global.h"
+#include "support/fixed_text.h"
+#if ZD_WITH_PLOT
+#include "graphics/mouse.h"
+#endif
 
 namespace zendrite {
 
@@ -28,6 +34,70 @@ float to_real(const std::string& s, bool& ok) {
 
 void bad(const std::string& line, const std::string& why) {
     std::cout << "SCRIPT line " << next_line << ": " << why << ": " << line << std::endl;
+}
+
+// The labels of the reflections listed in the box under the mouse, one a line.
+std::string Reflections_Under_Mouse() {
+    std::string out;
+#if ZD_WITH_PLOT
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    if (g.ProfilePRFactive < 1 || g.ProfilePRFactive > g.nperfiles) return out;
+    const PRF_INFO_ADD_TYPE& info = g.info[static_cast<std::size_t>(g.ProfilePRFactive)];
+    for (int i : Mouse_State().found)
+        if (i >= 1 && i <= info.refl_label.size()) out += hxl::Trim(info.refl_label(i)) + "\n";
+#endif
+    return out;
+}
+
+// "qv ...": events of the Quick View window, its state and its picture.
+bool quick_view_step(const std::string& line, const std::vector<std::string>& w, WIN_MESSAGE& m) {
+    const int win = Quick_View().qv_window;
+    const std::string& what = w[1];
+    bool ok = true;
+    if (what == "dump" && w.size() == 3) {
+        if (!Write_File_Replace(w[2], Quick_View_Dump())) bad(line, "cannot write");
+        return false;
+    }
+    if (win == 0) {
+        bad(line, "no Quick View window");
+        return false;
+    }
+    m = WIN_MESSAGE{};
+    m.win = win;
+    static const std::vector<std::pair<std::string, int>> items = {
+        {"dir", kQvChooseDir}, {"previous", kQvPrevious}, {"next", kQvNext}, {"main", kQvToMain}, {"close", kQvClose}};
+    static const std::vector<std::pair<std::string, int>> keys = {
+        {"home", kKeyHome}, {"up", kKeyUp},           {"down", kKeyDown},          {"left", kKeyLeft},
+        {"right", kKeyRight}, {"pageup", kKeyPageUp}, {"pagedown", kKeyPageDown}};
+    if (w.size() == 2) {
+        for (const auto& [name, item] : items)
+            if (name == what) {
+                m.type = MenuSelect;
+                m.value1 = item;
+                return true;
+            }
+    } else if (what == "picture" && w.size() == 3) {
+        if (!WPictureSave(win, w[2])) bad(line, "no picture");
+        return false;
+    } else if (what == "key" && w.size() == 3) {
+        for (const auto& [name, code] : keys)
+            if (name == w[2]) {
+                m.type = KeyDown;
+                m.value1 = code;
+                return true;
+            }
+    } else if (what == "close" && w.size() == 3 && w[2] == "request") {
+        m.type = CloseRequest;
+        return true;
+    } else if (what == "mouse" && w.size() == 6) {
+        m.type = w[2] == "press" ? MouseButDown : w[2] == "release" ? MouseButUp : w[2] == "move" ? MouseMove : 0;
+        m.value1 = to_int(w[3], ok);
+        m.x = to_real(w[4], ok), m.y = to_real(w[5], ok);
+        Quick_View_Data_To_Page(m.x, m.y, m.gx, m.gy);
+        if (ok && m.type) return true;
+    }
+    bad(line, "not understood");
+    return false;
 }
 
 // One line; true with `m` filled when the line is an event for the main loop.
@@ -124,6 +194,11 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         return false;
     } else if (cmd == "picture" && w.size() == 3) {
         if (!WPictureSave(to_int(w[1], ok), w[2]) || !ok) bad(line, "no picture");
+        return false;
+    } else if (cmd == "qv" && w.size() >= 2) {
+        return quick_view_step(line, w, m);
+    } else if (cmd == "reflections" && w.size() == 2) {
+        if (!Write_File_Replace(w[1], Reflections_Under_Mouse())) bad(line, "cannot write");
         return false;
     } else if (cmd == "quit" && w.size() == 1) {
         m = WIN_MESSAGE{};

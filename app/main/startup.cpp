@@ -4,6 +4,7 @@
 #include "app/main/configuration.h"
 #include "app/main/plot_link.h"
 #include "app/main/preferences.h"
+#include "app/main/quick_view.h"
 #include "app/main/root_menu.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
@@ -146,6 +147,8 @@ void Main_Loop() {
             ihand_winroot(type, m);
             // A refinement that rewrote the profile file: only the time of day is compared, deliberately.
             if (Check_Prf_Reload()) Plot_ReMake();
+        } else if (m.win == Quick_View().qv_window && m.win != 0) {
+            ihand_winqvprf(type, m);
         } else if (m.win == WEditWindow() && m.win != 0) {
             WindowSelect(m.win);
             if ((type == PushButton && m.value1 == kIdCancel) || type == CloseRequest) WindowCloseChild(m.win);

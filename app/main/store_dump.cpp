@@ -62,6 +62,7 @@ std::string Store_Dump() {
         for (int e = 1; e <= in.nexcl && e <= hxl::kMaxExcluded; ++e)
             o << "    " << num(in.excl_low(e)) << ' ' << num(in.excl_high(e)) << "\n";
         o << "  nrefl " << in.nrefl << "\n"
+          << "  nphases " << in.nphases << "\n"
           << "  show_profile " << g.show_profile[static_cast<std::size_t>(s)] << "\n";
     }
     return o.str();

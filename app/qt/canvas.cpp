@@ -83,14 +83,25 @@ void Canvas::wheelEvent(QWheelEvent* e) {
 }
 
 void Canvas::keyPressEvent(QKeyEvent* e) {
-    if (e->key() != Qt::Key_Home) {
+    int code = 0;
+    switch (e->key()) {
+    case Qt::Key_Home: code = kKeyHome; break;
+    case Qt::Key_Up: code = kKeyUp; break;
+    case Qt::Key_Down: code = kKeyDown; break;
+    case Qt::Key_Left: code = kKeyLeft; break;
+    case Qt::Key_Right: code = kKeyRight; break;
+    case Qt::Key_PageUp: code = kKeyPageUp; break;
+    case Qt::Key_PageDown: code = kKeyPageDown; break;
+    default: break;
+    }
+    if (code == 0) {
         QWidget::keyPressEvent(e);
         return;
     }
     WIN_MESSAGE m;
     m.type = KeyDown;
     m.win = handle_;
-    m.value1 = kKeyHome;
+    m.value1 = code;
     WMessagePost(m);
 }
 

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QToolBar>
+#include <QBoxLayout>
 
 #include "app/qt/present_state.h"
 
@@ -149,6 +150,42 @@ void WMenuToolbar(int /*id*/, const std::vector<TOOL_ENTRY>& entries) {
             WIN_MESSAGE m;
             m.type = MenuSelect;
             m.win = kRootWindow;
+            m.value1 = item;
+            WMessagePost(m);
+        });
+    }
+}
+
+void WChildToolbar(int handle, const std::vector<TOOL_ENTRY>& entries) {
+    LAYER& l = L();
+    WINDOW_STATE* w = Window(handle);
+    if (!w || !w->top || handle == kRootWindow) return;
+    if (!w->toolbar) {
+        w->toolbar = new QToolBar(w->top);
+        w->toolbar->setIconSize(QSize(22, 22));
+        w->toolbar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        if (auto* lay = qobject_cast<QBoxLayout*>(w->top->layout())) lay->insertWidget(0, w->toolbar);
+    }
+    for (int item : w->tool_items) l.actions.erase(item);
+    w->tool_items.clear();
+    w->toolbar->clear();
+    for (const TOOL_ENTRY& t : entries) {
+        if (t.item == 0) {
+            w->toolbar->addSeparator();
+            continue;
+        }
+        QAction* a = w->toolbar->addAction(tool_icon(t.icon), Q(t.tip));
+        a->setToolTip(Q(t.tip));
+        const int item = t.item;
+        if (!l.menu_enabled.count(item)) l.menu_enabled[item] = true;
+        a->setEnabled(l.menu_enabled[item]);
+        l.actions[item] = a;
+        l.menu_labels[item] = t.tip;
+        w->tool_items.push_back(item);
+        QObject::connect(a, &QAction::triggered, [item, handle](bool) {
+            WIN_MESSAGE m;
+            m.type = MenuSelect;
+            m.win = handle;
             m.value1 = item;
             WMessagePost(m);
         });

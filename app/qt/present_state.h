@@ -30,6 +30,11 @@ struct WINDOW_STATE {
     QPointer<QWidget> top;     // the top-level widget
     QPointer<Canvas> canvas;   // its drawing area
     float page_w = 1200, page_h = 800;  // page units of the last full-area IGrUnits
+    QPointer<QStatusBar> status;        // a child's own status bar (ChildStatusBar)
+    std::vector<QPointer<QLabel>> status_labels;
+    std::vector<std::string> status_texts = std::vector<std::string>(6);
+    QPointer<QToolBar> toolbar;         // a child's own toolbar
+    std::vector<int> tool_items;        // its items, registered among the menu actions
 };
 
 struct FIELD_STATE {

@@ -94,7 +94,7 @@ void WindowOpen(int /*flags*/, int menu, int width, int height, const std::strin
     std::erase_if(l.fifo, [](const WIN_MESSAGE& m) { return m.type == Resize && m.win == kRootWindow; });
 }
 
-int WindowOpenChild(int /*flags*/, int x, int y, int width, int height, const std::string& title) {
+int WindowOpenChild(int flags, int x, int y, int width, int height, const std::string& title) {
     LAYER& l = L();
     const int handle = l.next_child++;
     auto* frame = new Child_Frame(handle);
@@ -107,6 +107,13 @@ int WindowOpenChild(int /*flags*/, int x, int y, int width, int height, const st
     w.handle = handle;
     w.top = frame;
     w.canvas = canvas;
+    if (flags & ChildStatusBar) {
+        w.status = new QStatusBar(frame);
+        w.status->setSizeGripEnabled(false);
+        w.status->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        lay->addWidget(w.status);
+        lay->setStretchFactor(canvas, 1);  // the picture takes what the bars leave
+    }
     frame->setGeometry(x > 0 ? x : 80, y > 0 ? y : 80, std::max(width, 200), std::max(height, 150));
     frame->show();
     if (QApplication::instance()) QApplication::processEvents();
@@ -122,6 +129,7 @@ void WindowCloseChild(int handle) {
     if (handle == kRootWindow) return;
     WINDOW_STATE* w = Window(handle);
     if (!w) return;
+    for (int item : w->tool_items) l.actions.erase(item);  // they go with the frame
     if (auto* f = dynamic_cast<Child_Frame*>(w->top.data())) f->closing = true;
     if (w->top) w->top->deleteLater();
     l.windows.erase(handle);
@@ -178,12 +186,29 @@ void WStatusBarParts(int count, const std::vector<int>& widths) {
 void WindowOutStatusBar(int part, const std::string& text) {
     LAYER& l = L();
     if (part < 1) return;
+    if (WINDOW_STATE* w = Window(l.selected_window); w && l.selected_window != kRootWindow && w->status) {
+        const auto k = static_cast<std::size_t>(part);
+        if (k >= w->status_texts.size()) w->status_texts.resize(k + 1);
+        w->status_texts[k] = text;
+        while (w->status_labels.size() < k) {
+            auto* lab = new QLabel(w->status);
+            lab->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+            w->status->addWidget(lab, 1);
+            w->status_labels.emplace_back(lab);
+        }
+        if (w->status_labels[k - 1]) w->status_labels[k - 1]->setText(Q(text));
+        return;
+    }
     if (static_cast<std::size_t>(part) >= l.status_texts.size()) l.status_texts.resize(static_cast<std::size_t>(part) + 1);
     l.status_texts[static_cast<std::size_t>(part)] = text;
     if (static_cast<std::size_t>(part) <= l.status_parts.size()) l.status_parts[static_cast<std::size_t>(part - 1)]->setText(Q(text));
 }
 
 std::string WindowStatusBarText(int part) {
+    if (WINDOW_STATE* w = Window(L().selected_window); w && L().selected_window != kRootWindow && w->status) {
+        const auto& c = w->status_texts;
+        return part >= 1 && static_cast<std::size_t>(part) < c.size() ? c[static_cast<std::size_t>(part)] : std::string();
+    }
     const auto& t = L().status_texts;
     return part >= 1 && static_cast<std::size_t>(part) < t.size() ? t[static_cast<std::size_t>(part)] : std::string();
 }
