@@ -33,9 +33,14 @@ std::string Upper_Extension(std::string_view filename) {
     return Cut(Upper(filename.substr(dot)), 10);
 }
 
+bool Is_Jcamp_Extension(std::string_view extension) {
+    const std::string e = Trim_Right(Upper(extension));
+    return e == ".JCP" || e == ".JDX" || e == ".DX";
+}
+
 int Format_Row_From_Extension(std::string_view extension) {
     const std::string e = Trim_Right(Upper(extension));
-    if (e == ".CSV" || e == ".UDF" || e == ".JCP" || e == ".XRDML") return 12;
+    if (e == ".CSV" || e == ".UDF" || Is_Jcamp_Extension(e) || e == ".XRDML") return 12;
     if (e == ".XY" || e == ".XYS" || e == ".XYE") return 9;
     if (e == ".UXD") return 8;
     if (e == ".SIM" || e == ".MDI") return 1;

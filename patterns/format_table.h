@@ -24,6 +24,9 @@ const FORMAT_ROW_TYPE& Format_Row(int row);  // 1-based
 // the extension is not in the table and the user must be asked.
 int Format_Row_From_Extension(std::string_view extension);
 
+// JCAMP-DX files: ".jcp" as the vendor writes them, ".jdx" and ".dx" as converters do.
+bool Is_Jcamp_Extension(std::string_view extension);
+
 // Extension of a file name from its last ".", upper-cased, cut to 10 characters; blank when none.
 std::string Upper_Extension(std::string_view filename);
 

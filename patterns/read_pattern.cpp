@@ -129,7 +129,7 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
     } else if (work == "PANALYTICAL") {
         if (ext == ".CSV") Read_Pattern_Csv(unit, p);
         else if (ext == ".UDF") Read_Pattern_Udf(unit, p);
-        else if (ext == ".JCP") Read_Pattern_Jcamp(unit, p);
+        else if (Is_Jcamp_Extension(ext)) Read_Pattern_Jcamp(unit, p);
         else if (ext == ".XRDML") Read_Pattern_Xrdml(unit, p);
         fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
         set_instr(p, kRowPanalytical, work);

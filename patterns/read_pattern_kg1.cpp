@@ -1,6 +1,7 @@
 // KG1 files: title, a skipped line, "!" comments, a line of count,
 // temperatures, variance flag, monitor and normalisation, then free-format
-// limits, counts and (with the flag) variances.
+// limits, counts and (with the flag) variances. Some instruments write a
+// further text line or two (wavelength and sample) before the count line.
 #include <string>
 
 #include "patterns/pattern_readers.h"
@@ -18,12 +19,16 @@ void Read_Pattern_KG1(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
     if (!unit.Read_Line(line)) return Set_Pattern_Error(instr);
     p.title = Cut(Trim(line), kTitleLen);
     if (!unit.Read_Line(line)) return Set_Pattern_Error(instr);
-    do {
+    constexpr int kTextLines = 3;  // head lines beyond the second, not counting "!" comments
+    double head[6] = {0, 0, 0, 0, 0, 0};
+    for (int text = 0;;) {
         if (!unit.Read_Line(line)) return Set_Pattern_Error(instr);
         line = Adjustl(line);
-    } while (Starts_With(line, "!"));
-    double head[6] = {0, 0, 0, 0, 0, 0};
-    if (List_Read(line, head, 6) != List_Result::Ok) return Set_Pattern_Error(instr);
+        if (Starts_With(line, "!")) continue;
+        for (double& h : head) h = 0.0;
+        if (List_Read(line, head, 6) == List_Result::Ok) break;
+        if (++text >= kTextLines) return Set_Pattern_Error(instr);
+    }
     p.tsamp = static_cast<float>(head[1]);
     p.tset = static_cast<float>(head[2]);
     const int ivar = Point_Count(head[3]);

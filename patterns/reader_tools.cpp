@@ -74,6 +74,21 @@ inline bool read_real(std::string_view w, float& value) { return fast_real(w, va
 
 }  // namespace
 
+bool Scan_Row(const char*& p, const char* e, float* out, int max, int& count) {
+    const char* q = p;
+    count = 0;
+    while (true) {
+        while (q < e && (*q == ' ' || *q == '\t')) ++q;
+        if (q >= e || *q == '\n' || *q == '\r') break;
+        float v = 0.0f;
+        if (!scan_real(q, e, v)) return false;
+        if (count < max) out[count++] = v;
+    }
+    for (int k = count; k < max; ++k) out[k] = 0.0f;
+    p = q;
+    return true;
+}
+
 bool Read_Row_Fields(std::string_view line, float* out, int max, int& count) {
     count = 0;
     for (int k = 0; k < max; ++k) out[k] = 0.0f;

@@ -17,6 +17,13 @@ enum class Field_Result { Ok, End_Of_File, Bad_Value };
 // point, the comma is the decimal sign (as some vendor exports write it).
 bool Read_Row_Fields(std::string_view line, float* out, int max, int& count);
 
+// The same for the common row of blank-separated plain numbers, read in place
+// from the text, line end included in the search: on success `p` stands on
+// the row's line end (or the end of the text). False, with `p` unmoved, at
+// anything else (a comma, a word, a comment): the caller takes the line
+// through Read_Row_Fields.
+bool Scan_Row(const char*& p, const char* e, float* out, int max, int& count);
+
 // Fortran-style fixed columns: `n` reals of `width` columns, `per_line` to a
 // record, the layout reused on as many lines as needed; blank fields read 0.
 Field_Result Read_Fixed_Reals(Text_Unit& unit, float* out, int n, int per_line, int width);

@@ -86,3 +86,30 @@ TEST(Gsas, SetReaderGivesOneProfilePerBank) {
     Read_Pattern_Set(Scratch_File("two.gss", kTwoBanks), empty, count, "ISIS");
     EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, wrong number of patterns !");
 }
+
+TEST(Gsas, SetReaderScalesIntensitiesByTheHeadFactor) {
+    // Facility files end their title line with "scale= f".
+    const std::string banks = kTwoBanks.substr(kTwoBanks.find('\n'));
+    std::vector<DIFFRACTION_PATTERN_TYPE> set(4);
+    int count = 0;
+    Read_Pattern_Set(Scratch_File("s.gss", "GT sample (5K) 25-NOV-2000    scale=      2.50000" + banks), set, count, "ISIS");
+    ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+    ASSERT_EQ(count, 2);
+    EXPECT_FLOAT_EQ(set[0].y(2), 500.0f);
+    EXPECT_FLOAT_EQ(set[0].sigma(2), 400.0f * 6.25f);  // variance: the square of the factor
+    EXPECT_FLOAT_EQ(set[0].ymax, 750.0f);
+    EXPECT_FLOAT_EQ(set[1].y(4), 100.0f);
+    EXPECT_FLOAT_EQ(set[1].x(4), 1006.0f);  // X untouched
+    // On a head line of its own too; a factor of zero or none at all leaves the counts.
+    Read_Pattern_Set(Scratch_File("h.gss", "title\nscale= 0.5" + banks), set, count, "ISIS");
+    ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+    EXPECT_FLOAT_EQ(set[1].y(4), 20.0f);
+    for (const char* head : {"t scale= 0", "t scale= x", "t"}) {
+        Read_Pattern_Set(Scratch_File("z.gss", head + banks), set, count, "ISIS");
+        ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+        EXPECT_FLOAT_EQ(set[0].y(3), 300.0f) << head;
+    }
+    // A "scale=" behind the first bank belongs to no head.
+    Read_Pattern_Set(Scratch_File("late.gss", "t" + banks + "scale= 3\n"), set, count, "ISIS");
+    EXPECT_FLOAT_EQ(set[1].y(1), 10.0f);
+}

@@ -90,6 +90,24 @@ TEST(InstrumentReaders, KG1MonitorScaleAndVarianceBlock) {
     EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, Number of points negative or zero!");
 }
 
+TEST(InstrumentReaders, KG1TextLinesBeforeTheCountLine) {
+    // A wavelength and sample line before the count line, as ILL files write it.
+    const std::string body = "3 -1.0 100.0 1 100000.0 0.0\n 1.0 0.5 2.0\n 5 6 7\n 0.5 0.6 0.7\n";
+    DIFFRACTION_PATTERN_TYPE p =
+        Read_Text("d1a.dat", "D1A5 Title: run\n Ident: 1 to 2\n1.9114 A  sample 13.9.01   2theta\n" + body, "KG1");
+    ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+    EXPECT_EQ(Trim(p.title), "D1A5 Title: run");
+    ASSERT_EQ(p.npts, 3);
+    EXPECT_FLOAT_EQ(p.tset, 100.0f);
+    EXPECT_FLOAT_EQ(p.x(3), 2.0f);
+    EXPECT_FLOAT_EQ(p.sigma(2), 0.6f);
+    // Two such lines among comments pass; a third is no KG1 head.
+    EXPECT_EQ(Read_Text("two.dat", "t\ns\ntext one\n! c\ntext two\n" + body, "KG1").npts, 3);
+    EXPECT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+    Read_Text("three.dat", "t\ns\ntext one\ntext two\ntext three\n" + body, "KG1");
+    EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, check your instr parameter!");
+}
+
 TEST(InstrumentReaders, KV7CountFromEighteenDegrees) {
     const std::string head = "KV7 run\n" + std::string(16, ' ') + "   0.050\n  10.000\n  1000.0  2000.0     1.0\n";
     DIFFRACTION_PATTERN_TYPE p = Read_Text("kv7.dat", head + kv_pairs(3600, 6, 4), "KV7");

@@ -60,7 +60,7 @@ TEST(RealFiles, AgreeWithXyconv) {
         }
         ++checked;
     }
-    EXPECT_EQ(checked, 13);
+    EXPECT_EQ(checked, 14);
 }
 
 TEST(RealFiles, MessyVendorFilesReadAsAUserExpects) {
@@ -136,4 +136,27 @@ TEST(RealFiles, CifDialectsAndPsiFiles) {
     EXPECT_FLOAT_EQ(dmc.y(1), 11365224231.0f);
     EXPECT_FLOAT_EQ(dmc.sigma(1), 871672907.5f);
     EXPECT_EQ(Trim_Right(dmc.instr), "  8  - DMC");
+}
+
+TEST(RealFiles, JcampPeakTableAndIllKg1) {
+    // A converter's JCAMP-DX: UTF-8 units, "##$" lines of thousands of characters, X,Y pairs.
+    DIFFRACTION_PATTERN_TYPE jdx = read("test.jdx", "PANALYTICAL");
+    ASSERT_EQ(jdx.npts, 2443);
+    EXPECT_FLOAT_EQ(jdx.x(1), 20.0f);
+    EXPECT_FLOAT_EQ(jdx.xmax, 79.9968f);
+    EXPECT_FLOAT_EQ(jdx.y(1), 1096.0f);
+    EXPECT_FLOAT_EQ(jdx.x(1222), 49.9984f);
+    EXPECT_FLOAT_EQ(jdx.y(1222), 3074.0f);
+    EXPECT_FLOAT_EQ(jdx.y(2443), 3782.0f);
+    EXPECT_NEAR(jdx.step, 59.9968f / 2442, 1e-6);
+    // ILL D1A: the count line (1680 points, variance flag) behind a third text line.
+    DIFFRACTION_PATTERN_TYPE d1a = read("D1A5.dat", "KG1");
+    ASSERT_EQ(d1a.npts, 1680);
+    EXPECT_FLOAT_EQ(d1a.x(1), -10.0f);
+    EXPECT_NEAR(d1a.xmax, 157.9f, 1e-4);
+    EXPECT_FLOAT_EQ(d1a.monitor, 100000.0f);
+    EXPECT_FLOAT_EQ(d1a.y(2), 0.3f);
+    EXPECT_FLOAT_EQ(d1a.sigma(1), 0.58f);  // first of the second block
+    EXPECT_FLOAT_EQ(d1a.sigma(1680), 7.35f);
+    EXPECT_EQ(Trim_Right(d1a.instr), "  5  - KG1");
 }

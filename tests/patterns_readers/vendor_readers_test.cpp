@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "patterns/format_table.h"
 #include "read_text.h"
 #include "support/fixed_text.h"
 
@@ -58,6 +59,33 @@ TEST(VendorReaders, UdfAndJcampGridFiles) {
     EXPECT_EQ(ERR_Pattern_Mess, " Error reading a profile  file: end of file");
     Read_Text("s4.jcp", "## NPOINTS= 10\n## XYDATA= X++<Y..Y>\n   20.000      1.000\n", "PANALYTICAL");
     EXPECT_EQ(ERR_Pattern_Mess, " Error reading a profile JCP-DATA file: end of file");
+}
+
+TEST(VendorReaders, JcampPeakTableOfPairs) {
+    // Pairs one a line, several a line, "x,y" with semicolons; X as written.
+    const std::string head = "##TITLE= converted\n##XUNITS=2theta\n##NPOINTS=5\n##PEAK TABLE=(XY..XY)\n";
+    DIFFRACTION_PATTERN_TYPE p =
+        Read_Text("t.jdx", head + "20 1096\n20.0246 1150 20.0491 1159\n20.07,1200; 20.1,-3\n##END=\n", "PANALYTICAL");
+    ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+    ASSERT_EQ(p.npts, 5);
+    EXPECT_EQ(Trim(p.title), "converted");
+    EXPECT_FLOAT_EQ(p.x(3), 20.0491f);
+    EXPECT_FLOAT_EQ(p.y(4), 1200.0f);
+    EXPECT_FLOAT_EQ(p.xmax, 20.1f);
+    EXPECT_NEAR(p.step, 0.025f, 1e-6);
+    EXPECT_FLOAT_EQ(p.sigma(5), 3.0f);
+    EXPECT_FLOAT_EQ(p.ymin, -3.0f);
+    EXPECT_EQ(Trim_Right(p.instr), " 13  - PANALYTICAL");
+    // The same file under the vendor's extension, and ".dx", open the same way.
+    EXPECT_EQ(Read_Text("t.JCP", head + "1 2\n", "PANALYTICAL").npts, 1);
+    EXPECT_EQ(Read_Text("t.dx", head + "1 2\n", "PANALYTICAL").npts, 1);
+    EXPECT_EQ(Format_Row_From_Extension(".jdx"), kRowPanalytical);
+    Read_Text("odd.jdx", head + "20 1096 20.02\n##END=\n", "PANALYTICAL");
+    EXPECT_EQ(ERR_Pattern_Mess, " Error reading a profile JCP-DATA file: end of file");
+    Read_Text("bad.jdx", head + "20 1096\n20.02 ?\n", "PANALYTICAL");
+    EXPECT_EQ(ERR_Pattern_Mess, " Error reading a profile JCP-DATA file: bad value");
+    Read_Text("none.jdx", head + "##END=\n", "PANALYTICAL");
+    EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, Number of points negative or zero!");
 }
 
 TEST(VendorReaders, XrdmlTagsInOrder) {

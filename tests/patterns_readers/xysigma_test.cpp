@@ -117,3 +117,42 @@ TEST(XYSigma, BadFilesGiveMessages) {
     Read_Text("s.xy", "1 2 3\n7\n", "XYSIGMA");
     EXPECT_EQ(ERR_Pattern_Mess, " Error reading X,Y, Sigma Ycalc in profile DATA file");
 }
+
+TEST(XYSigma, EveryLineEndAndRowKindGivesTheSameRows) {
+    // Plain rows are read in place; anything else takes the general row reader.
+    const std::string rows[] = {"5.0 100.5 10", "  5.5\t-2.25e1  3  ", "6,0 7,5 1,5", "6.5 1D2 2", "7 8 9 10 11"};
+    const std::string ends[] = {"\n", "\r\n", "\r"};
+    for (const std::string& end : ends) {
+        std::string text = "title" + end;
+        for (const std::string& r : rows) text += r + end + "  \t" + end + "# note" + end;
+        for (const bool closed : {true, false}) {
+            SCOPED_TRACE(testing::Message() << "end " << int(end.back()) << (closed ? " closed" : " open"));
+            const std::string body = closed ? text : text.substr(0, text.size() - end.size());
+            DIFFRACTION_PATTERN_TYPE p = Read_Text("e.xye", body, "XYSIGMA");
+            ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+            ASSERT_EQ(p.npts, 5);
+            EXPECT_FLOAT_EQ(p.y(1), 100.5f);
+            EXPECT_FLOAT_EQ(p.y(2), -22.5f);
+            EXPECT_FLOAT_EQ(p.x(3), 6.0f);  // decimal commas
+            EXPECT_FLOAT_EQ(p.sigma(3), 2.25f);
+            EXPECT_FLOAT_EQ(p.y(4), 100.0f);  // a Fortran exponent
+            EXPECT_FLOAT_EQ(p.ycalc(5), 10.0f);
+            EXPECT_FLOAT_EQ(p.xmax, 7.0f);
+        }
+    }
+    // A word inside the data is refused whichever way the row was read.
+    Read_Text("w.xye", "t\n1 2 3\n2 x 3\n", "XYSIGMA");
+    EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, check your instr parameter!");
+    Read_Text("n.xye", std::string("t\n1 2 3\n2 3\0 4\n", 16), "XYSIGMA");
+    EXPECT_TRUE(ERR_Pattern);
+}
+
+TEST(XYSigma, InterStepBeyondAnyFloatKeepsThePoints) {
+    // Found by fuzzing: an INTER step that overflows to infinity.
+    DIFFRACTION_PATTERN_TYPE p =
+        Read_Text("inf.xys", "XYDATA\nINTER 1 1 1 " + std::string(120, '5') + "\n" + Rows(4), "XYSIGMA");
+    ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
+    EXPECT_EQ(p.npts, 4);
+    EXPECT_FLOAT_EQ(p.step, 1.0f);
+    EXPECT_FLOAT_EQ(p.xmax, 4.0f);
+}

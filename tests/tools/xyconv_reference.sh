@@ -28,6 +28,7 @@ summary() {  # file xylib-type our-mode xcol ycol [scol]
     summary BT86_.UXD uxd SOCABIM 1 2
     summary 1517474.cif pdcif CIF 1 3 4
     summary PSI_DMC.dat riet7 DMC 1 2
+    summary D1A5.dat riet7 KG1 1 2
     summary empyrean.xrdml xrdml PANALYTICAL 1 2
     summary test_scan.xrdml xrdml PANALYTICAL 1 2
     summary 210520step1_30min.xrdml xrdml PANALYTICAL 1 2
