@@ -60,7 +60,7 @@ void Open_Data_File(const std::string& name, bool& error, std::string& message) 
     if (hxl::Is_Blank(name)) {
         std::string list;
         WSelectFile("Input Data File |*.dat;*.xy;*.xys;*.xye;*.gr;*.uxd;*.sub;*.udf;*.csv;*.xrdml;*.bac;*.gsa;*.gss;"
-                    "*.sim;*.mdi;*prof.cif|All files|*|",
+                    "*.sim;*.mdi;*prof.cif|JCAMP-DX files|*.jcp;*.jdx;*.dx|All files|*|",
                     LoadDialog | MultiFile | PromptOn, list, "Select data files to open");
         if (WInfoDialog(4) != kIdOk) {
             error = true;
