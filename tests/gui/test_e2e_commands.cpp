@@ -10,6 +10,8 @@
 
 #include "../instrument/powder_builders.h"
 
+#include "tests/gui/scripted_home.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -17,46 +19,17 @@ namespace {
 const std::string kData = ZD_TEST_DATA;
 const std::string kFreeFormat = "dialog \"Format of the data file\" radio 101\n";
 
-struct Commands : ::testing::Test {
-    fs::path home;
-    std::string out;
-    void SetUp() override {
-        home = fs::temp_directory_path() / ("zd_cmd_" + std::to_string(::getpid()) + "_" +
-                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(home);
-        fs::create_directories(home);
-    }
-    void TearDown() override { fs::remove_all(home); }
-
-    std::string at(const std::string& name) const { return (home / name).string(); }
-    static std::string read(const fs::path& f) {
-        std::ifstream in(f);
-        std::stringstream s;
-        s << in.rdbuf();
-        return s.str();
-    }
+struct Commands : SCRIPTED_HOME {
     static std::vector<std::string> lines(const std::string& text) {
         std::istringstream in(text);
         std::vector<std::string> v;
         for (std::string l; std::getline(in, l);) v.push_back(l);
         return v;
     }
-    static int count(const std::string& text, const std::string& what) {
-        int n = 0;
-        for (std::size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1)) ++n;
-        return n;
-    }
-    // Runs the program on `script` with its own home; the numor data root and temporary directory are `home`.
+    // The numor data root and temporary directory are home too.
     int run(const std::string& script) {
-        const fs::path s = home / "script.txt", o = home / "out.txt";
-        std::ofstream(s) << script;
         const std::string h = home.string();
-        const std::string cmd = "cd '" + h + "' && HOME='" + h + "' TEMP='" + h + "' NRFDATA='" + h +
-                                "' QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN "' --script '" + s.string() + "' > '" +
-                                o.string() + "' 2> '" + h + "/err.txt'";
-        const int status = std::system(cmd.c_str());
-        out = read(o);
-        return status;
+        return SCRIPTED_HOME::run(script, "TEMP='" + h + "' NRFDATA='" + h + "'");
     }
     std::string open_file(const std::string& name, const std::string& answers = "") const {
         return "files " + at(name) + "\n" + answers + "menu 40014\n";

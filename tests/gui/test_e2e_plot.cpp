@@ -12,6 +12,8 @@
 #include <sstream>
 #include <vector>
 
+#include "tests/gui/scripted_home.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -19,44 +21,13 @@ namespace {
 const std::string kPatterns = ZD_TEST_DATA "/patterns/";
 const char* kFormat = "dialog \"Format of the data file\" radio 101\ndialog \"Format of the data file\" press 1\n";
 
-struct LIMITS {
-    float xmin = 0, xmax = 0, ymin = 0, ymax = 0;
-};
+using LIMITS = SCRIPT_LIMITS;
 
-struct Plot : ::testing::Test {
-    fs::path home;
-    std::string out, err;
-    int status = -1;
+struct Plot : SCRIPTED_HOME {
     void SetUp() override {
-        home = fs::temp_directory_path() / ("zd_plot_" + std::to_string(::getpid()) + "_" +
-                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(home);
-        fs::create_directories(home);
+        SCRIPTED_HOME::SetUp();
         fs::copy_file(kPatterns + "PSI_DMC.dat", home / "psi.dat");
         fs::copy_file(kPatterns + "DMC_n_Unknown_578.dat", home / "dmc.dat");
-    }
-    void TearDown() override { fs::remove_all(home); }
-
-    std::string at(const std::string& name) const { return (home / name).string(); }
-    static std::string read(const fs::path& f) {
-        std::ifstream in(f);
-        std::stringstream s;
-        s << in.rdbuf();
-        return s.str();
-    }
-    static int count(const std::string& text, const std::string& what) {
-        int n = 0;
-        for (std::size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1)) ++n;
-        return n;
-    }
-    void run(const std::string& script) {
-        const std::string h = home.string();
-        std::ofstream(home / "script.txt") << script;
-        const std::string cmd = "cd '" + h + "' && HOME='" + h + "' QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN
-                                "' --script '" + h + "/script.txt' > '" + h + "/out.txt' 2> '" + h + "/err.txt'";
-        status = std::system(cmd.c_str());
-        out = read(home / "out.txt");
-        err = read(home / "err.txt");
     }
     // Script lines that open `files` (names in home) through the menu.
     std::string open(const std::vector<std::string>& files) const {
@@ -66,19 +37,7 @@ struct Plot : ::testing::Test {
     }
     std::string dump(const std::string& name) const { return "dump " + at(name) + "\n"; }
     std::string picture(const std::string& name) const { return "picture 0 " + at(name) + "\n"; }
-    // The value after "\n<key> " in a dump.
-    static std::string value(const std::string& dump, const std::string& key) {
-        const std::size_t p = dump.find("\n" + key + " ");
-        if (p == std::string::npos) return "?";
-        const std::size_t b = p + key.size() + 2;
-        return dump.substr(b, dump.find('\n', b) - b);
-    }
-    LIMITS window(const std::string& name, const char* which = "win") const {
-        std::istringstream in(value(read(home / name), which));
-        LIMITS l;
-        in >> l.xmin >> l.xmax >> l.ymin >> l.ymax;
-        return l;
-    }
+    LIMITS window(const std::string& name, const char* which = "win") const { return limits(name, which); }
     // The most frequent coloured (not grey) pixel in the middle of the frame, away from the
     // window's background and the legend: the colour of the curves drawn.
     static QRgb main_colour(const fs::path& png) {

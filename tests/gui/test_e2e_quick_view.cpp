@@ -17,6 +17,7 @@
 #include "app/present.h"
 #include "app/qt/canvas.h"
 #include "app/qt/present_state.h"
+#include "tests/gui/scripted_home.h"
 
 namespace fs = std::filesystem;
 
@@ -24,63 +25,22 @@ namespace {
 
 const std::string kSeries = ZD_TEST_DATA "/gui/quick_view/";
 
-struct LIMITS {
-    float xmin = 0, xmax = 0, ymin = 0, ymax = 0;
-};
+using LIMITS = SCRIPT_LIMITS;
 
-struct QuickView : ::testing::Test {
-    fs::path home;
-    std::string out, err;
-    int status = -1;
+struct QuickView : SCRIPTED_HOME {
     void SetUp() override {
-        home = fs::temp_directory_path() / ("zd_qv_" + std::to_string(::getpid()) + "_" +
-                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(home);
+        SCRIPTED_HOME::SetUp();
         fs::create_directories(home / "series");
         for (const char* f : {"run_010K.prf", "run_300K.prf", "notes.prf", "fit.xrf"})
             fs::copy_file(kSeries + f, home / "series" / f);
         fs::copy_file(ZD_TEST_DATA "/gui/two_phase.prf", home / "two_phase.prf");
     }
-    void TearDown() override { fs::remove_all(home); }
-
-    std::string at(const std::string& name) const { return (home / name).string(); }
-    static std::string read(const fs::path& f) {
-        std::ifstream in(f);
-        std::stringstream s;
-        s << in.rdbuf();
-        return s.str();
-    }
-    std::string file(const std::string& name) const { return read(home / name); }
-    void run(const std::string& script) {
-        const std::string h = home.string();
-        std::ofstream(home / "script.txt") << script;
-        const std::string cmd = "cd '" + h + "' && HOME='" + h + "' QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN
-                                "' --script '" + h + "/script.txt' > '" + h + "/out.txt' 2> '" + h + "/err.txt'";
-        status = std::system(cmd.c_str());
-        out = read(home / "out.txt");
-        err = read(home / "err.txt");
-    }
     std::string qv_dump(const std::string& name) const { return "qv dump " + at(name) + "\n"; }
     std::string dump(const std::string& name) const { return "dump " + at(name) + "\n"; }
     // Opens the Quick View on `dir` (a folder under home).
     std::string browse(const std::string& dir) const { return "menu 40030\ndir " + at(dir) + "\nqv dir\n"; }
-    // The value after "\n<key> " in a dump.
-    static std::string value(const std::string& dump, const std::string& key) {
-        const std::size_t p = ("\n" + dump).find("\n" + key + " ");
-        if (p == std::string::npos) return "?";
-        const std::size_t b = p + key.size() + 1;
-        return dump.substr(b, dump.find('\n', b) - b);
-    }
     LIMITS limits(const std::string& name, const char* key = "qv_limits") const {
-        std::istringstream in(value(file(name), key));
-        LIMITS l;
-        in >> l.xmin >> l.xmax >> l.ymin >> l.ymax;
-        return l;
-    }
-    static int count(const std::string& text, const std::string& what) {
-        int n = 0;
-        for (std::size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1)) ++n;
-        return n;
+        return SCRIPTED_HOME::limits(name, key);
     }
     static int pixels(const fs::path& png, QRgb colour) {
         const QImage img(QString::fromStdString(png.string()));

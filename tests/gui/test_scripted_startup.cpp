@@ -8,6 +8,8 @@
 #include <sstream>
 #include <vector>
 
+#include "tests/gui/scripted_home.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -19,42 +21,16 @@ struct RUN {
     int status = -1;
 };
 
-struct Scripted : ::testing::Test {
-    fs::path home;
-    void SetUp() override {
-        home = fs::temp_directory_path() /
-               ("zd_e2e_" + std::to_string(::getpid()) + "_" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(home);
-        fs::create_directories(home);
-    }
-    void TearDown() override { fs::remove_all(home); }
-
+struct Scripted : SCRIPTED_HOME {
     fs::path zdp() const { return home / ".zdp"; }
-    static std::string read(const fs::path& f) {
-        std::ifstream in(f);
-        std::stringstream s;
-        s << in.rdbuf();
-        return s.str();
-    }
-    // Runs `zendrite --script` with `script`; `args` are added as they stand (quoted by the caller).
+    // `args` are added as they stand (quoted by the caller).
     RUN run(const std::string& script, const std::string& args = "") {
-        const fs::path s = home / "script.txt", o = home / "out.txt";
-        std::ofstream(s) << script;
-        const std::string cmd = "cd '" + home.string() + "' && HOME='" + home.string() +
-                                "' QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN "' --script '" + s.string() + "' " + args +
-                                " > '" + o.string() + "' 2> '" + (home / "err.txt").string() + "'";
         RUN r;
-        r.status = std::system(cmd.c_str());
-        r.out = read(o);
+        r.status = SCRIPTED_HOME::run(script, "", args);
+        r.out = out;
         return r;
     }
     std::string dump(const std::string& name = "dump.txt") const { return read(home / name); }
-    static int count(const std::string& text, const std::string& what) {
-        int n = 0;
-        for (std::size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1)) ++n;
-        return n;
-    }
     static int png_width(const fs::path& f) {
         std::ifstream in(f, std::ios::binary);
         unsigned char h[24] = {};
