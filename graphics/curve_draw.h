@@ -19,4 +19,12 @@ void Draw_Curve(const float* x, const float* y, int n, bool log, const CURVE_LOO
 // Vertical bars from low to high.
 void Draw_Error_Bars(const float* x, const float* low, const float* high, int n, int colour, int marker_size);
 
+// Between these two, curves are reduced on two threads and drawn in the order they were
+// given, at the latest by End_Curve_Batch (or by the next Set_Frame_Pixels): draw nothing else
+// in between, and keep the arrays given alive until then, or take them from Curve_Scratch.
+void Begin_Curve_Batch();
+void End_Curve_Batch();
+// n floats that live until the curve drawn from them is drawn.
+float* Curve_Scratch(int n);
+
 }  // namespace zendrite

@@ -64,23 +64,24 @@ void Draw_Slot_Curves(int slot, float xmin, float xmax, bool log) {
     Draw_Curve(p.x.data(), p.y.data(), n, log, look);
 
     if (mono && p.sigma.size() >= n) {
-        std::vector<float> low(static_cast<std::size_t>(n)), high(static_cast<std::size_t>(n));
+        float* low = Curve_Scratch(n);
+        float* high = Curve_Scratch(n);
         for (int i = 1; i <= n; ++i) {
             // sigma holds variances while sig_var is set
             const float sd = p.sig_var ? std::sqrt(std::max(p.sigma(i), 0.0f)) : p.sigma(i);
-            low[static_cast<std::size_t>(i - 1)] = p.y(i) - sd;
-            high[static_cast<std::size_t>(i - 1)] = p.y(i) + sd;
+            low[i - 1] = p.y(i) - sd;
+            high[i - 1] = p.y(i) + sd;
         }
-        Draw_Error_Bars(p.x.data(), low.data(), high.data(), n, st.line_colour, st.marker_size);
+        Draw_Error_Bars(p.x.data(), low, high, n, st.line_colour, st.marker_size);
     }
     const bool calc = g.plot_calc[static_cast<std::size_t>(slot)] && p.ycalc.size() >= n;
     if (calc) Draw_Curve(p.x.data(), p.ycalc.data(), n, log, line_look(s.calc_style));
     if (g.plot_bgr[static_cast<std::size_t>(slot)] && p.bgr.size() >= n)
         Draw_Curve(p.x.data(), p.bgr.data(), n, log, line_look(s.diff_style));
     if (calc) {
-        std::vector<float> d(static_cast<std::size_t>(n));
-        for (int i = 1; i <= n; ++i) d[static_cast<std::size_t>(i - 1)] = p.y(i) - p.ycalc(i);
-        Draw_Curve(p.x.data(), d.data(), n, false, line_look(s.diff_style));
+        float* d = Curve_Scratch(n);
+        for (int i = 1; i <= n; ++i) d[i - 1] = p.y(i) - p.ycalc(i);
+        Draw_Curve(p.x.data(), d, n, false, line_look(s.diff_style));
     }
     if (s.excluded_drawn && info.nexcl > 0) draw_excluded(p, info, st, log, xmin, xmax, mono);
 }

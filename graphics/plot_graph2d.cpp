@@ -50,8 +50,10 @@ void plot_graph2d(int nperfiles, float xmin, float xmax, float ymin, float ymax,
 
     IPgUnits(xmin, ymin, xmax, ymax);
     Set_Frame_Pixels(xmin, xmax, ymin, ymax, std::max(WInfoWindow(1), 1), std::max(WInfoWindow(2), 1));
+    Begin_Curve_Batch();
     for (int k = 1; k <= n; ++k)
         if (g.show_profile[static_cast<std::size_t>(k)]) Draw_Slot_Curves(k, xmin, xmax, log);
+    End_Curve_Batch();
 
     IGrLineWidth(1);
     Draw_Axes_And_Texts(n);

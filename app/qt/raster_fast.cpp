@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <cstdint>
 #include <map>
@@ -107,6 +108,8 @@ void Raster_Markers(QImage& img, const QRect& clip0, const std::vector<QPointF>&
 namespace {
 
 struct SPAN {
+    SPAN() {}  // left unset: the queue grows by whole curves and writes every run it keeps
+    SPAN(std::uint16_t c, std::uint16_t t, std::uint16_t b, QRgb colour) : column(c), top(t), bottom(b), rgb(colour) {}
     std::uint16_t column, top, bottom;
     QRgb rgb;
 };
@@ -218,19 +221,23 @@ bool Queue_Bars(const QRectF& clip0, const float* x, const float* y_low, const f
     const QRect clip = clip0.toAlignedRect().intersected(img->rect());
     if (clip.isEmpty()) return true;
     const PIXEL_MAP map = Pixel_Map();
-    const double far = 1.0e7, left = clip.left(), right = clip.right() + 1;
+    const double ox = map.ox, sx = map.sx, oy = map.oy, sy = map.sy;
+    const double left = clip.left(), right = clip.right() + 1;
     const int ctop = clip.top(), cbottom = clip.bottom();
+    const double top_row = ctop, past_bottom = cbottom + 1.0;
     std::size_t used = q.spans.size();
     q.spans.resize(used + static_cast<std::size_t>(n));
     SPAN* out = q.spans.data();
     for (int i = 0; i < n; ++i) {
-        const double px = map.ox + map.sx * x[i];
-        const double pa = map.oy + map.sy * y_low[i], pb = map.oy + map.sy * y_high[i];
-        if (!(px >= left && px < right) || !std::isfinite(pa) || !std::isfinite(pb)) continue;
+        const double px = ox + sx * x[i];
+        if (!(px >= left && px < right)) continue;
+        const double pa = oy + sy * y_low[i], pb = oy + sy * y_high[i];
+        if (!(std::fabs(pa) <= DBL_MAX && std::fabs(pb) <= DBL_MAX)) continue;  // nor infinite nor missing
+        const double lo = std::min(pa, pb), hi = std::max(pa, pb);
+        if (hi < top_row || lo >= past_bottom) continue;
         // shifted so that truncation floors, without a call to floor
-        const int top = std::max(static_cast<int>(std::clamp(std::min(pa, pb), -far, far) + 16777216.0) - 16777216, ctop);
-        const int bottom = std::min(static_cast<int>(std::clamp(std::max(pa, pb), -far, far) + 16777216.0) - 16777216, cbottom);
-        if (top > bottom) continue;
+        const int top = lo <= top_row ? ctop : static_cast<int>(lo + 16777216.0) - 16777216;
+        const int bottom = hi >= cbottom ? cbottom : static_cast<int>(hi + 16777216.0) - 16777216;
         out[used++] = SPAN{static_cast<std::uint16_t>(px), static_cast<std::uint16_t>(top),
                            static_cast<std::uint16_t>(bottom), rgb};
     }

@@ -12,6 +12,7 @@
 #include "app/store/zendrite_param_global.h"
 #include "graphics/mouse.h"
 #include "graphics/plot.h"
+#include "graphics/curve_draw.h"
 #include "graphics/plot_settings.h"
 #include "graphics/plot_state.h"
 #include "patterns/read_pattern.h"
@@ -35,6 +36,30 @@ inline void Start_Window() {
     WInitialise(argc, argv, true);
     WindowOpen(0, 0, 1200, 830, "plot test");
     started = true;
+}
+
+// The frame of the plot zone in a picture the size of the window, with data units 0..xmax, 0..ymax.
+inline void Frame_On_Window(float xmax, float ymax) {
+    Start_Window();
+    WindowSelect(kRootWindow);
+    IGrSelect(1, kRootWindow);
+    IGrPlotMode(PlotNormal);
+    IGrArea(0, 0, 1, 1);
+    IGrUnits(0, 0, 1200, 800);
+    IGrPaletteBackground(0xFFFFFF);
+    IGrAreaClear();
+    IPgArea(0.15f, 0.15f, 0.85f, 0.85f);
+    IPgUnits(0, 0, xmax, ymax);
+    Set_Frame_Pixels(0, xmax, 0, ymax, WInfoWindow(1), WInfoWindow(2));
+}
+
+// Every pixel of the window.
+inline std::vector<int> Picture() {
+    std::vector<int> out;
+    const int w = WInfoWindow(1), h = WInfoWindow(2);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) out.push_back(IGrGetPixelRGB(x, y));
+    return out;
 }
 
 inline void Fresh_Store() {

@@ -3,7 +3,6 @@
 #include <set>
 #include <utility>
 
-#include "graphics/curve_draw.h"
 #include "plot_fixture.h"
 
 using namespace ptest;
@@ -27,30 +26,6 @@ std::pair<int, int> Run_At(const CURVE_PIXELS& m, const COLUMN_SPANS& s, int col
         if (Column_Of(m, s.x[static_cast<std::size_t>(i)]) == column)
             return {Row_Of(m, s.high[static_cast<std::size_t>(i)]), Row_Of(m, s.low[static_cast<std::size_t>(i)])};
     return {1, 0};
-}
-
-// The frame of the plot zone in a picture the size of the window, with data units 0..xmax, 0..ymax.
-void Frame_On_Window(float xmax, float ymax) {
-    Start_Window();
-    WindowSelect(kRootWindow);
-    IGrSelect(1, kRootWindow);
-    IGrPlotMode(PlotNormal);
-    IGrArea(0, 0, 1, 1);
-    IGrUnits(0, 0, 1200, 800);
-    IGrPaletteBackground(0xFFFFFF);
-    IGrAreaClear();
-    IPgArea(0.15f, 0.15f, 0.85f, 0.85f);
-    IPgUnits(0, 0, xmax, ymax);
-    Set_Frame_Pixels(0, xmax, 0, ymax, WInfoWindow(1), WInfoWindow(2));
-}
-
-// Every pixel of the window.
-std::vector<int> Picture() {
-    std::vector<int> out;
-    const int w = WInfoWindow(1), h = WInfoWindow(2);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) out.push_back(IGrGetPixelRGB(x, y));
-    return out;
 }
 
 // Pixels of the window in a colour.
