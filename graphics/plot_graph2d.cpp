@@ -11,15 +11,12 @@
 
 namespace zendrite {
 
-namespace {
-// A frame of no width would make every conversion divide by zero.
-void open_up(float& low, float& high) {
+void Open_Up_Range(float& low, float& high) {
     if (high > low) return;
     const float pad = std::max(1.0f, 0.05f * std::max(std::abs(low), std::abs(high)));
     low -= pad;
     high += pad;
 }
-}  // namespace
 
 void plot_graph2d(int nperfiles, float xmin, float xmax, float ymin, float ymax, bool log) {
     const ZENDRITE_STORE& g = zendrite_param_global();
@@ -33,8 +30,8 @@ void plot_graph2d(int nperfiles, float xmin, float xmax, float ymin, float ymax,
     WBitmapCreate(st.bitmap, std::max(WInfoWindow(1), 1), std::max(WInfoWindow(2), 1));
     IGrSelect(2, st.bitmap);
 
-    open_up(xmin, xmax);
-    open_up(ymin, ymax);
+    Open_Up_Range(xmin, xmax);
+    Open_Up_Range(ymin, ymax);
     st.frame = FRAME_LIMITS{xmin, xmax, ymin, ymax, log, true};
     IGrArea(0, 0, 1, 1);
     IGrUnits(0, 0, pw, ph);

@@ -11,4 +11,13 @@ void Draw_Rietveld_Layers(int nperfiles, float xmin, float xmax, float ymin, flo
 // Target at centre, frame, legend.
 void Draw_Frame_And_Legend(int nperfiles);
 
+// Pieces shared with the Quick View, which draws a profile file the same way.
+struct TEXT_STYLE;
+// Colour and font of one text of the plot.
+void Apply_Text_Style(const TEXT_STYLE& t);
+// Covers the Y numbers beside the band of the difference curve (below Y = 0).
+void Hide_Y_Scale_Beside_Band();
+// Widens a range of no width, which would make every conversion divide by zero.
+void Open_Up_Range(float& low, float& high);
+
 }  // namespace zendrite

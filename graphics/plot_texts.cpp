@@ -14,11 +14,6 @@ namespace {
 using hxl::Is_Blank;
 using hxl::Trim;
 
-void text_style(const TEXT_STYLE& t) {
-    IGrColourN(t.colour);
-    const float w = static_cast<float>(t.size) / 1000.0f;
-    WGrTextFont(t.font, t.style, w, 2.0f * w);
-}
 
 std::string plot_title(int nperfiles) {
     const ZENDRITE_STORE& g = zendrite_param_global();
@@ -46,31 +41,39 @@ std::string x_legend(int nperfiles) {
 }
 }  // namespace
 
+void Apply_Text_Style(const TEXT_STYLE& t) {
+    IGrColourN(t.colour);
+    const float w = static_cast<float>(t.size) / 1000.0f;
+    WGrTextFont(t.font, t.style, w, 2.0f * w);
+}
+
+void Hide_Y_Scale_Beside_Band() {
+    const PLOT_SETTINGS& s = Plot_Settings();
+    const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
+    float px = 0, py = 0;
+    IPgXYToPage(0.0f, 0.0f, px, py);
+    if (py <= s.zone_bottom * ph) return;
+    IGrColourN(s.background_colour);
+    IGrFillPattern(3);
+    IGrRectangle(0.0f, s.zone_bottom * 0.9f * ph, s.zone_left * pw, py * 0.9f);
+    IGrFillPattern(0);
+}
+
 void Draw_Axes_And_Texts(int nperfiles) {
     const ZENDRITE_STORE& g = zendrite_param_global();
     const PLOT_SETTINGS& s = Plot_Settings();
     const FRAME_LIMITS& f = Graphics_State().frame;
-    const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
 
     if (s.title.position != 1 && nperfiles >= 1) {
-        text_style(s.title);
+        Apply_Text_Style(s.title);
         IPgTitle(plot_title(nperfiles), Title_Position_Letter(s.title.position));
     }
-    text_style(s.x_scale);
+    Apply_Text_Style(s.x_scale);
     IPgXTickPos(f.ymin);
     IPgXScale("TN");
 
-    if (g.prf_loaded && s.hide_y_scale) {
-        float px = 0, py = 0;
-        IPgXYToPage(0.0f, 0.0f, px, py);
-        if (py > s.zone_bottom * ph) {
-            IGrColourN(s.background_colour);
-            IGrFillPattern(3);
-            IGrRectangle(0.0f, s.zone_bottom * 0.9f * ph, s.zone_left * pw, py * 0.9f);
-            IGrFillPattern(0);
-        }
-    }
-    text_style(s.y_scale);
+    if (g.prf_loaded && s.hide_y_scale) Hide_Y_Scale_Beside_Band();
+    Apply_Text_Style(s.y_scale);
     IPgYTickPos(f.xmin);
     IPgYScale("TN");
 
@@ -78,11 +81,11 @@ void Draw_Axes_And_Texts(int nperfiles) {
         std::string text = s.y_legend_text;
         if (nperfiles >= 1 && !Is_Blank(g.pattern[1].yax_text) && !g.prf_loaded) text = Trim(g.pattern[1].yax_text);
         if (Is_Blank(text) && nperfiles >= 1) text = "Intensity (arb. units)";
-        text_style(s.y_legend);
+        Apply_Text_Style(s.y_legend);
         IPgYLabel(text, Y_Legend_Position(s.y_legend.position));
     }
     if (s.x_legend.position != 1) {
-        text_style(s.x_legend);
+        Apply_Text_Style(s.x_legend);
         IPgXLabel(x_legend(nperfiles), Title_Position_Letter(s.x_legend.position));
     }
 }

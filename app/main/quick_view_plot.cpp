@@ -7,6 +7,7 @@
 
 #include "app/main/quick_view.h"
 #include "app/store/zendrite_param_global.h"
+#include "graphics/plot_parts.h"
 #include "graphics/plot_settings.h"
 #include "support/fixed_text.h"
 
@@ -15,24 +16,6 @@ namespace zendrite {
 namespace {
 using hxl::Same;
 using hxl::Trim;
-
-#if ZD_WITH_PLOT
-const PLOT_SETTINGS& settings() { return Plot_Settings(); }
-std::string position_letter(int code) { return Title_Position_Letter(code); }
-std::string y_legend_position(int code) { return Y_Legend_Position(code); }
-float legend_x(int code, int page_width) { return Legend_Page_X(code, page_width); }
-int code_colour(int refl_code) { return Bragg_Tick_Colour(refl_code); }
-#else
-// Without the plot engine its defaults stand in.
-const PLOT_SETTINGS& settings() {
-    static const PLOT_SETTINGS defaults;
-    return defaults;
-}
-std::string position_letter(int) { return "C"; }
-std::string y_legend_position(int) { return "CV"; }
-float legend_x(int, int page_width) { return 0.86f * static_cast<float>(page_width); }
-int code_colour(int) { return 0; }
-#endif
 
 bool holds(const std::string& text, const char* word) { return text.find(word) != std::string::npos; }
 
@@ -45,15 +28,10 @@ int tick_colour(const QUICK_VIEW_TYPE& qv, const PLOT_SETTINGS& s, int i, bool m
         else if (holds(info.refl_label(i), "Mag.")) colour = 0x0000FF;
     }
     if (Same(qv.qv_pattern.scat_var, "Distance") && !holds(qv.qv_pattern.xax_text, "ixel") && info.refl_code.size() >= i)
-        colour = code_colour(info.refl_code(i));
+        colour = Bragg_Tick_Colour(info.refl_code(i));
     return colour;
 }
 
-void text_style(const TEXT_STYLE& t) {
-    IGrColourN(t.colour);
-    const float w = static_cast<float>(t.size) / 1000.0f;
-    WGrTextFont(t.font, t.style, w, 2.0f * w);
-}
 
 void axis_texts(const hxl::DIFFRACTION_PATTERN_TYPE& p, std::string& x_text, std::string& y_text) {
     const std::string v = Trim(p.scat_var);
@@ -175,39 +153,29 @@ void rietveld_layers(const QUICK_VIEW_TYPE& qv, const PLOT_SETTINGS& s, bool mon
 
 void axes(const QUICK_VIEW_TYPE& qv, const PLOT_SETTINGS& s, float xmin, float ymin) {
     const hxl::DIFFRACTION_PATTERN_TYPE& p = qv.qv_pattern;
-    const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
     std::string x_text, y_text;
     axis_texts(p, x_text, y_text);
     if (s.title.position != 1) {
         std::string title = p.title;
         if (const std::size_t cell = title.find("CELL:"); cell != std::string::npos) title.erase(cell);
         if (Trim(s.title_text).size() >= 5) title = s.title_text;  // the user's title, as in the main plot
-        text_style(s.title);
-        IPgTitle(Trim(title), position_letter(s.title.position));
+        Apply_Text_Style(s.title);
+        IPgTitle(Trim(title), Title_Position_Letter(s.title.position));
     }
-    text_style(s.x_scale);
+    Apply_Text_Style(s.x_scale);
     IPgXTickPos(ymin);
     IPgXScale("TN");
-    if (s.hide_y_scale) {  // no Y numbers beside the band of the difference curve
-        float px = 0, py = 0;
-        IPgXYToPage(0.0f, 0.0f, px, py);
-        if (py > s.zone_bottom * ph) {
-            IGrColourN(s.background_colour);
-            IGrFillPattern(3);
-            IGrRectangle(0.0f, s.zone_bottom * 0.9f * ph, s.zone_left * pw, py * 0.9f);
-            IGrFillPattern(0);
-        }
-    }
-    text_style(s.y_scale);
+    if (s.hide_y_scale) Hide_Y_Scale_Beside_Band();
+    Apply_Text_Style(s.y_scale);
     IPgYTickPos(xmin);
     IPgYScale("TN");
     if (s.y_legend.position != 1) {
-        text_style(s.y_legend);
-        IPgYLabel(y_text, y_legend_position(s.y_legend.position));
+        Apply_Text_Style(s.y_legend);
+        IPgYLabel(y_text, Y_Legend_Position(s.y_legend.position));
     }
     if (s.x_legend.position != 1) {
-        text_style(s.x_legend);
-        IPgXLabel(x_text, position_letter(s.x_legend.position));
+        Apply_Text_Style(s.x_legend);
+        IPgXLabel(x_text, Title_Position_Letter(s.x_legend.position));
     }
 }
 
@@ -218,7 +186,7 @@ void legend(const QUICK_VIEW_TYPE& qv, const PLOT_SETTINGS& s) {
     IPgBorder();
     IGrLineWidth(1);
     if (s.legend.position == 1) return;
-    const float x = legend_x(s.legend.position, s.page_width);
+    const float x = Legend_Page_X(s.legend.position, s.page_width);
     const float w = static_cast<float>(s.legend.size) / 1000.0f;
     WGrTextFont(s.legend.font, s.legend.style, w, 2.0f * w);
     IGrColourN(s.styles[1].line_colour);
@@ -230,22 +198,15 @@ void legend(const QUICK_VIEW_TYPE& qv, const PLOT_SETTINGS& s) {
     }
 }
 
-// A frame of no width would make every conversion divide by zero.
-void open_up(float& low, float& high) {
-    if (high > low) return;
-    const float pad = std::max(1.0f, 0.05f * std::max(std::abs(low), std::abs(high)));
-    low -= pad;
-    high += pad;
-}
 }  // namespace
 
 void Plot_Quick_View(float xmin, float xmax, float ymin, float ymax) {
     QUICK_VIEW_TYPE& qv = Quick_View();
-    const PLOT_SETTINGS& s = settings();
+    const PLOT_SETTINGS& s = Plot_Settings();
     const hxl::DIFFRACTION_PATTERN_TYPE& p = qv.qv_pattern;
     if (qv.qv_window == 0) return;
-    open_up(xmin, xmax);
-    open_up(ymin, ymax);
+    Open_Up_Range(xmin, xmax);
+    Open_Up_Range(ymin, ymax);
     qv.qv_xmin = xmin, qv.qv_xmax = xmax, qv.qv_ymin = ymin, qv.qv_ymax = ymax;
     const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
     qv.page_w = pw, qv.page_h = ph;
