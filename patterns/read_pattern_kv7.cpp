@@ -23,7 +23,8 @@ void Read_Pattern_KV7(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
         !Fixed_Real(l4, 8, 8, p.monitor) || !Fixed_Real(l4, 16, 8, third))
         return Set_Pattern_Error(instr);
     const float f = norm >= 1.0f ? p.monitor / norm : 1.0f;
-    p.npts = p.step > 0.0f ? 10 * Point_Count(std::nearbyint(18.0 / p.step)) : 0;
+    // in double: a tiny step must fail the count check, not overflow it
+    p.npts = p.step > 0.0f ? Point_Count(10.0 * std::nearbyint(18.0 / p.step)) : 0;
     if (p.npts <= 0 || Implausible_Count(unit, p.npts))
         return Set_Pattern_Error(" Error in Intensity file, Number of points negative or zero!");
     Allocate_Pattern(p);

@@ -120,6 +120,9 @@ TEST(InstrumentReaders, KV7CountFromEighteenDegrees) {
     EXPECT_EQ(Trim_Right(Read_Text("kv9.dat", head + kv_pairs(3600, 6, 4), "kv9").instr), "  6  - KV9");
     Read_Text("kv7e.dat", "t\n" + std::string(16, ' ') + "   0.000\n  10.000\n     1.0     1.0\n", "KV7");
     EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, Number of points negative or zero!");
+    // a step so small that ten times its count would overflow an int
+    Read_Text("kv7t.dat", "t\n" + std::string(16, ' ') + "1.804-8\n  10.000\n     1.0     1.0\n", "KV7");
+    EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, Number of points negative or zero!");
 }
 
 TEST(InstrumentReaders, KV7OldWithAndWithoutTitle) {
