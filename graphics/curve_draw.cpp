@@ -31,16 +31,39 @@ struct CURVE_JOB {
     CURVE_LOOK look;
     bool reduce = false, line_runs = false, joined = false;
     int inside = 0;
-    COLUMN_SPANS line, band;  // kept between frames: a frame of thousands of curves allocates once
+    COLUMN_ROWS line, band;  // kept between frames: a frame of thousands of curves allocates once
+};
+
+// A curve's runs in one colour, at its place in the order of drawing. The painter's curves
+// (sparse ones, patterned lines) end a stretch: runs of one stretch are drawn before them.
+struct LAYER {
+    const COLUMN_ROWS* rows;
+    int colour, stretch;
+};
+
+// A part of a run that no later run covers: what the picture shows of it.
+struct PIECE {
+    int column, top, bottom, layer;
+};
+
+// Per column the rows already final, sorted and disjoint; one set a thread.
+struct COVER {
+    std::vector<std::vector<std::pair<int, int>>> rows;
+    std::vector<std::pair<int, int>> merged;
+    std::vector<PIECE> pieces;
 };
 
 struct BATCH {
     std::vector<CURVE_JOB> jobs;
     int pending = 0;
     bool open = false;
-    std::vector<std::atomic<bool>> done;  // by job: reduced
     std::deque<std::vector<float>> scratch;
     std::size_t scratch_used = 0;
+    std::vector<LAYER> layers;
+    std::vector<int> painted;  // jobs drawn by the painter, one a stretch
+    COVER cover[2];
+    std::vector<PIECE> pieces;
+    COLUMN_SPANS spans;
 };
 
 BATCH& batch() {
@@ -83,35 +106,123 @@ void reduce(CURVE_JOB& j) {
     if (!j.reduce) return;
     const CURVE_PIXELS& m = frame();
     if (j.bars) {
-        Reduce_Error_Bars(m, j.x, j.y, j.high, j.n, j.band);
+        Reduce_Error_Bars_Rows(m, j.x, j.y, j.high, j.n, j.band);
         return;
     }
     const double radius = std::max(1.0, j.look.marker_size * 0.5);
-    j.inside = Reduce_Curve(m, j.x, j.y, j.n, j.log, radius, j.line_runs ? &j.line : nullptr,
-                            j.look.marker > 1 ? &j.band : nullptr, j.joined);
+    j.inside = Reduce_Curve_Rows(m, j.x, j.y, j.n, j.log, radius, j.line_runs ? &j.line : nullptr,
+                                 j.look.marker > 1 ? &j.band : nullptr, j.joined);
 }
 
-void present(const CURVE_JOB& j) {
+// What the painter draws of a curve that is not all runs: all of it, or its patterned line.
+void paint(const CURVE_JOB& j) {
     const CURVE_LOOK& look = j.look;
     if (j.bars) {
-        if (j.reduce && j.band.Count() > 0) {
-            draw_runs(j.band, look.line_colour, look.marker_size);
-            return;
-        }
         IPgStyle(1, PgLine, 1, look.line_colour, 0, 1, look.marker_size);
         IPgErrorBars(j.x, j.y, j.high, j.n);
         return;
     }
-    const bool markers = look.marker > 1, line = look.line_type != -1;
     std::vector<float> keep;
-    if (j.reduce && j.inside >= frame().Columns()) {
-        if (markers) draw_runs(j.band, look.marker_colour, look.marker_size);
-        if (j.line_runs) draw_runs(j.line, look.line_colour, look.marker_size);
-        else if (line && !j.joined)
-            draw_points(j.x, j.log ? logarithm_of(j.y, j.n, keep) : j.y, j.n, look, false, true);
-        return;
+    const float* y = j.log ? logarithm_of(j.y, j.n, keep) : j.y;
+    if (j.reduce && j.inside >= frame().Columns()) draw_points(j.x, y, j.n, look, false, true);
+    else draw_points(j.x, y, j.n, look, look.marker > 1, look.line_type != -1);
+}
+
+// The layers of the reduced curves in the order given, and the curves the painter draws.
+void make_layers(BATCH& b, int count) {
+    b.layers.clear();
+    b.painted.clear();
+    const int columns = frame().Columns();
+    for (int k = 0; k < count; ++k) {
+        const CURVE_JOB& j = b.jobs[static_cast<std::size_t>(k)];
+        const int stretch = static_cast<int>(b.painted.size());
+        if (j.bars && j.reduce) {
+            b.layers.push_back(LAYER{&j.band, j.look.line_colour, stretch});
+            continue;
+        }
+        if (!j.bars && j.reduce && j.inside >= columns) {
+            if (j.look.marker > 1) b.layers.push_back(LAYER{&j.band, j.look.marker_colour, stretch});
+            if (j.line_runs) b.layers.push_back(LAYER{&j.line, j.look.line_colour, stretch});
+            else if (j.look.line_type != -1 && !j.joined) b.painted.push_back(k);
+            continue;
+        }
+        b.painted.push_back(k);
     }
-    draw_points(j.x, j.log ? logarithm_of(j.y, j.n, keep) : j.y, j.n, look, markers, line);
+}
+
+// Writes rows a..b of a run that no later run covers as pieces, then marks them covered.
+void cover_run(COVER& cv, std::vector<std::pair<int, int>>& covered, int column, int a, int b, int layer) {
+    int pos = a;
+    for (const auto& [s, e] : covered) {
+        if (e < pos) continue;
+        if (s > b) break;
+        if (s > pos) cv.pieces.push_back(PIECE{column, pos, s - 1, layer});
+        pos = e + 1;
+        if (pos > b) break;
+    }
+    if (pos <= b) cv.pieces.push_back(PIECE{column, pos, b, layer});
+    // merge [a, b] into the sorted, disjoint list
+    std::vector<std::pair<int, int>>& merged = cv.merged;
+    merged.clear();
+    std::size_t i = 0;
+    const std::size_t m = covered.size();
+    while (i < m && covered[i].second < a - 1) merged.push_back(covered[i++]);
+    int lo = a, hi = b;
+    while (i < m && covered[i].first <= b + 1) {
+        lo = std::min(lo, covered[i].first);
+        hi = std::max(hi, covered[i].second);
+        ++i;
+    }
+    merged.emplace_back(lo, hi);
+    while (i < m) merged.push_back(covered[i++]);
+    covered.swap(merged);
+}
+
+// Columns from..to-1 of every layer, from the last layer to the first: a later run covers an
+// earlier one, so each pixel is given once. Columns go in blocks, so that the runs read stay
+// in the cache while all the layers pass over them.
+void cover_columns(const BATCH& b, COVER& cv, int from, int to) {
+    cv.pieces.clear();
+    const std::size_t width = static_cast<std::size_t>(std::max(to - from, 0));
+    if (cv.rows.size() < width) cv.rows.resize(width);
+    for (std::size_t c = 0; c < width; ++c) cv.rows[c].clear();
+    constexpr int kBlock = 64;
+    for (int c0 = from; c0 < to; c0 += kBlock) {
+        const int c1 = std::min(c0 + kBlock, to);
+        for (int l = static_cast<int>(b.layers.size()) - 1; l >= 0; --l) {
+            const COLUMN_ROWS& r = *b.layers[static_cast<std::size_t>(l)].rows;
+            if (r.Columns() < to) continue;
+            const std::int16_t *top = r.top.data(), *bottom = r.bottom.data();
+            for (int c = c0; c < c1; ++c) {
+                const int t = top[c], z = bottom[c];
+                if (t > z) continue;
+                auto& covered = cv.rows[static_cast<std::size_t>(c - from)];
+                // most runs of a dense frame fall inside rows already final
+                if (covered.size() == 1 && covered[0].first <= t && covered[0].second >= z) continue;
+                cover_run(cv, covered, c, t, z, l);
+            }
+        }
+    }
+}
+
+// The pieces of one stretch, a colour at a time, as bars through the pixel centres.
+void draw_pieces(BATCH& b, std::size_t& next, int stretch) {
+    const CURVE_PIXELS& m = frame();
+    const std::vector<float>& cx = Column_Centres(m);
+    const float* cy = Row_Centres(m).data() - m.top;
+    std::vector<PIECE>& p = b.pieces;
+    while (next < p.size() && b.layers[static_cast<std::size_t>(p[next].layer)].stretch == stretch) {
+        const int colour = b.layers[static_cast<std::size_t>(p[next].layer)].colour;
+        COLUMN_SPANS& s = b.spans;
+        s.Clear();
+        for (; next < p.size(); ++next) {
+            const LAYER& l = b.layers[static_cast<std::size_t>(p[next].layer)];
+            if (l.stretch != stretch || l.colour != colour) break;
+            s.x.push_back(cx[static_cast<std::size_t>(p[next].column)]);
+            s.low.push_back(cy[p[next].bottom]), s.high.push_back(cy[p[next].top]);
+        }
+        draw_runs(s, colour, 1);
+    }
 }
 
 // The second thread, started once and kept: a new thread a frame would find its buffers
@@ -173,8 +284,8 @@ REDUCER& reducer() {
     return r;
 }
 
-// Reduces the waiting curves and draws them in order. When they are many, a second thread
-// reduces too, while this one draws each curve as soon as it and those before it are ready.
+// Reduces the waiting curves and draws them as if one after the other: when they are many,
+// on two threads, which then share the columns to find what each curve leaves visible.
 void run_pending() {
     BATCH& b = batch();
     const int count = b.pending;
@@ -182,28 +293,37 @@ void run_pending() {
     for (int k = 0; k < count; ++k)
         if (b.jobs[static_cast<std::size_t>(k)].reduce) points += b.jobs[static_cast<std::size_t>(k)].n;
     std::atomic<int> next{0};
-    const std::size_t jobs = static_cast<std::size_t>(count);
-    if (b.done.size() < jobs) b.done = std::vector<std::atomic<bool>>(jobs);
-    for (int k = 0; k < count; ++k) b.done[static_cast<std::size_t>(k)].store(false, std::memory_order_relaxed);
     auto claim = [&b, &next, count] {
-        const int k = next.fetch_add(1, std::memory_order_relaxed);
-        if (k >= count) return false;
-        reduce(b.jobs[static_cast<std::size_t>(k)]);
-        b.done[static_cast<std::size_t>(k)].store(true, std::memory_order_release);
-        return true;
+        for (int k = next.fetch_add(1, std::memory_order_relaxed); k < count; k = next.fetch_add(1, std::memory_order_relaxed))
+            reduce(b.jobs[static_cast<std::size_t>(k)]);
     };
-    const bool helped = count > 1 && points >= kThreadPoints && reducer().Start([&claim] {
-        while (claim()) {
-        }
-    });
-    for (int shown = 0; shown < count;) {
-        if (b.done[static_cast<std::size_t>(shown)].load(std::memory_order_acquire)) {
-            present(b.jobs[static_cast<std::size_t>(shown++)]);
-        } else if (!claim()) {
-            std::this_thread::yield();  // the helper is on the next curve to draw
-        }
-    }
+    const bool two = count > 1 && points >= kThreadPoints;
+    const bool helped = two && reducer().Start(claim);
+    claim();
     if (helped) reducer().Wait();
+
+    make_layers(b, count);
+    const int columns = frame().Valid() ? frame().Columns() : 0;
+    const int half = helped ? columns / 2 : columns;
+    bool split = false;
+    b.cover[0].pieces.clear();
+    if (!b.layers.empty()) {
+        split = helped && reducer().Start([&b, half, columns] { cover_columns(b, b.cover[1], half, columns); });
+        cover_columns(b, b.cover[0], 0, split ? half : columns);
+        if (split) reducer().Wait();
+    }
+    // the pieces in the order they are drawn: by stretch, then by colour
+    b.pieces.assign(b.cover[0].pieces.begin(), b.cover[0].pieces.end());
+    if (split) b.pieces.insert(b.pieces.end(), b.cover[1].pieces.begin(), b.cover[1].pieces.end());
+    std::stable_sort(b.pieces.begin(), b.pieces.end(), [&b](const PIECE& p, const PIECE& q) {
+        const LAYER &a = b.layers[static_cast<std::size_t>(p.layer)], &c = b.layers[static_cast<std::size_t>(q.layer)];
+        return a.stretch != c.stretch ? a.stretch < c.stretch : a.colour < c.colour;
+    });
+    std::size_t shown = 0;
+    for (std::size_t s = 0; s <= b.painted.size(); ++s) {
+        draw_pieces(b, shown, static_cast<int>(s));
+        if (s < b.painted.size()) paint(b.jobs[static_cast<std::size_t>(b.painted[s])]);
+    }
     b.pending = 0;
     b.scratch_used = 0;
 }
@@ -258,7 +378,7 @@ void Draw_Curve(const float* x, const float* y, int n, bool log, const CURVE_LOO
     j.bars = false, j.x = x, j.y = y, j.high = nullptr, j.n = n, j.log = log, j.look = look;
     // Runs stand for a line only when it is solid and one pixel wide.
     const bool line_runs_fit = look.line_type == 0 && look.line_width <= 1;
-    if (m.Valid() && n >= m.Columns() && (markers || line_runs_fit)) {
+    if (m.Rows_Fit() && n >= m.Columns() && (markers || line_runs_fit)) {
         j.reduce = true;
         j.line_runs = line && line_runs_fit;
         // a line in the colour of its markers lies within their band: one run a column shows both
@@ -275,7 +395,7 @@ void Draw_Error_Bars(const float* x, const float* low, const float* high, int n,
     j.bars = true, j.x = x, j.y = low, j.high = high, j.n = n, j.log = false;
     j.look = CURVE_LOOK{};
     j.look.line_colour = colour, j.look.marker_size = marker_size;
-    j.reduce = m.Valid() && n >= m.Columns();
+    j.reduce = m.Rows_Fit() && n >= m.Columns();
     queued();
 }
 
