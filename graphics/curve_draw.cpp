@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <cmath>
 #include <deque>
 #include <functional>
@@ -49,6 +50,8 @@ struct PIECE {
 // Per column the rows already final, sorted and disjoint; one set a thread.
 struct COVER {
     std::vector<std::vector<std::pair<int, int>>> rows;
+    // the rows covered when they are one run (else none), for a test a whole block at a time
+    std::vector<std::int16_t> first, last;
     std::vector<std::pair<int, int>> merged;
     std::vector<PIECE> pieces;
 };
@@ -186,6 +189,9 @@ void cover_columns(const BATCH& b, COVER& cv, int from, int to) {
     const std::size_t width = static_cast<std::size_t>(std::max(to - from, 0));
     if (cv.rows.size() < width) cv.rows.resize(width);
     for (std::size_t c = 0; c < width; ++c) cv.rows[c].clear();
+    cv.first.assign(width, INT16_MAX);
+    cv.last.assign(width, INT16_MIN);
+    std::int16_t *first = cv.first.data() - from, *last = cv.last.data() - from;
     constexpr int kBlock = 64;
     for (int c0 = from; c0 < to; c0 += kBlock) {
         const int c1 = std::min(c0 + kBlock, to);
@@ -193,13 +199,18 @@ void cover_columns(const BATCH& b, COVER& cv, int from, int to) {
             const COLUMN_ROWS& r = *b.layers[static_cast<std::size_t>(l)].rows;
             if (r.Columns() < to) continue;
             const std::int16_t *top = r.top.data(), *bottom = r.bottom.data();
+            // deep in a dense frame, every run of the block lies in rows already final
+            bool hidden = true;
+            for (int c = c0; c < c1; ++c) hidden &= (top[c] > bottom[c]) | ((top[c] >= first[c]) & (bottom[c] <= last[c]));
+            if (hidden) continue;
             for (int c = c0; c < c1; ++c) {
                 const int t = top[c], z = bottom[c];
-                if (t > z) continue;
+                if (t > z || (t >= first[c] && z <= last[c])) continue;
                 auto& covered = cv.rows[static_cast<std::size_t>(c - from)];
-                // most runs of a dense frame fall inside rows already final
-                if (covered.size() == 1 && covered[0].first <= t && covered[0].second >= z) continue;
                 cover_run(cv, covered, c, t, z, l);
+                const bool one = covered.size() == 1;
+                first[c] = static_cast<std::int16_t>(one ? covered[0].first : INT16_MAX);
+                last[c] = static_cast<std::int16_t>(one ? covered[0].second : INT16_MIN);
             }
         }
     }

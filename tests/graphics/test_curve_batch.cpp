@@ -14,8 +14,9 @@ struct CURVES {
     std::vector<bool> log;
 };
 
-// Dense overlapping curves in many colours, with a sparse one, a log one and one whose X
-// goes back and forth among them: each kind takes its own path through the reduction.
+// Dense overlapping curves in many colours, with a sparse one, a log one, one whose X goes
+// back and forth, a patterned line and a thick one among them: each kind takes its own path
+// through the reduction, and the painter's curves fall between the runs of the others.
 CURVES Many_Curves() {
     CURVES c;
     for (int k = 0; k < 80; ++k) {
@@ -33,6 +34,9 @@ CURVES Many_Curves() {
         CURVE_LOOK look;
         look.marker = k % 3 == 0 ? 1 : 2, look.marker_colour = 0x010101 * (k * 3) + 0x0000FF * (k % 2);
         look.line_type = k % 4 == 1 ? -1 : 0, look.line_colour = k % 5 == 0 ? look.marker_colour : 0x00FF00 - k;
+        // a patterned line and a thick one: the painter draws them between the runs
+        if (k == 22) look.line_type = 2;
+        if (k == 34) look.line_width = 3;
         c.x.push_back(std::move(x)), c.y.push_back(std::move(y)), c.look.push_back(look), c.log.push_back(k == 70);
     }
     return c;

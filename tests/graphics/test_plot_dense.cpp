@@ -28,6 +28,15 @@ std::pair<int, int> Run_At(const CURVE_PIXELS& m, const COLUMN_SPANS& s, int col
     return {1, 0};
 }
 
+// The same rows, column by column.
+void Expect_Same_Rows(const CURVE_PIXELS& m, const COLUMN_SPANS& a, const COLUMN_SPANS& b, const char* what) {
+    ASSERT_EQ(a.Count(), b.Count()) << what;
+    for (int i = 0; i < a.Count(); ++i) {
+        EXPECT_EQ(Row_Of(m, a.low[static_cast<std::size_t>(i)]), Row_Of(m, b.low[static_cast<std::size_t>(i)])) << what;
+        EXPECT_EQ(Row_Of(m, a.high[static_cast<std::size_t>(i)]), Row_Of(m, b.high[static_cast<std::size_t>(i)])) << what;
+    }
+}
+
 // Pixels of the window in a colour.
 std::set<std::pair<int, int>> Pixels_Of(int rgb) {
     std::set<std::pair<int, int>> out;
@@ -88,25 +97,51 @@ TEST(CurveReduce, LineHasNoGapsAndOrderDoesNotChangeTheRuns) {
     y2.insert(y2.begin() + 350, y[350]);
     COLUMN_SPANS scanned;
     Reduce_Curve(m, x.data(), y2.data(), n + 1, false, 2.5, &scanned, nullptr);
-    ASSERT_EQ(scanned.Count(), walked.Count());
-    for (int i = 0; i < walked.Count(); ++i) {
-        EXPECT_EQ(Row_Of(m, scanned.low[static_cast<std::size_t>(i)]), Row_Of(m, walked.low[static_cast<std::size_t>(i)]));
-        EXPECT_EQ(Row_Of(m, scanned.high[static_cast<std::size_t>(i)]), Row_Of(m, walked.high[static_cast<std::size_t>(i)]));
-    }
+    Expect_Same_Rows(m, scanned, walked, "missing value");
     // the points in the opposite order take the general pass: the same segments, the same runs
     std::vector<float> rx(x.rbegin(), x.rend()), ry(y2.rbegin(), y2.rend());
     COLUMN_SPANS reversed;
     Reduce_Curve(m, rx.data(), ry.data(), n + 1, false, 2.5, &reversed, nullptr);
-    ASSERT_EQ(reversed.Count(), walked.Count());
-    for (int i = 0; i < walked.Count(); ++i) {
-        EXPECT_EQ(Row_Of(m, reversed.low[static_cast<std::size_t>(i)]), Row_Of(m, walked.low[static_cast<std::size_t>(i)]));
-        EXPECT_EQ(Row_Of(m, reversed.high[static_cast<std::size_t>(i)]), Row_Of(m, walked.high[static_cast<std::size_t>(i)]));
-    }
+    Expect_Same_Rows(m, reversed, walked, "reversed");
     // the band holds the line's points and lies within the frame
     for (int i = 0; i < band.Count(); ++i) {
         EXPECT_GE(Row_Of(m, band.high[static_cast<std::size_t>(i)]), m.top);
         EXPECT_LE(Row_Of(m, band.low[static_cast<std::size_t>(i)]), m.bottom);
     }
+}
+
+TEST(CurveReduce, FaultFarIntoALongCurveIsFoundAndDrawnAsTheGeneralPassDoes) {
+    const CURVE_PIXELS m = Unit_Frame();
+    // many points a column, checked a stretch at a time ahead of the walk
+    const int n = 60000;
+    std::vector<float> x(n), y(n);
+    for (int i = 0; i < n; ++i) {
+        x[static_cast<std::size_t>(i)] = -2.0f + 104.0f * static_cast<float>(i) / (n - 1);
+        y[static_cast<std::size_t>(i)] = 20.0f + static_cast<float>((i * 7919) % 150);
+    }
+    COLUMN_SPANS walked;
+    const int inside = Reduce_Curve(m, x.data(), y.data(), n, false, 2.5, &walked, nullptr);
+    ASSERT_EQ(walked.Count(), 100);
+    // a missing value and then a step back, both past the first stretch checked
+    for (int at : {41000, 52000}) {
+        std::vector<float> x2 = x, y2 = y;
+        if (at == 41000) {
+            x2.insert(x2.begin() + at, x[static_cast<std::size_t>(at)]);
+            y2.insert(y2.begin() + at, std::nanf(""));
+        } else {
+            // the same point again after its successor: X goes back, the segments stay
+            x2.insert(x2.begin() + at + 1, x[static_cast<std::size_t>(at)]);
+            y2.insert(y2.begin() + at + 1, y[static_cast<std::size_t>(at)]);
+        }
+        COLUMN_SPANS scanned;
+        EXPECT_EQ(Reduce_Curve(m, x2.data(), y2.data(), n + 1, false, 2.5, &scanned, nullptr), inside + (at == 41000 ? 0 : 1));
+        Expect_Same_Rows(m, scanned, walked, at == 41000 ? "missing value far in" : "step back far in");
+    }
+    // a frame too tall for the rows' 16 bits: nothing is reduced, the curve is drawn point by point
+    CURVE_PIXELS tall = m;
+    tall.bottom = 40000;
+    EXPECT_EQ(Reduce_Curve(tall, x.data(), y.data(), n, false, 2.5, &walked, nullptr), 0);
+    EXPECT_EQ(walked.Count(), 0);
 }
 
 TEST(CurveReduce, SparseCurveDrawsTheSamePixelsAsPointByPoint) {
