@@ -14,6 +14,7 @@
 
 #include "app/present.h"
 #include "graphics/plot_settings.h"
+#include "support/covered_rows.h"
 
 namespace zendrite {
 
@@ -49,10 +50,9 @@ struct PIECE {
 
 // Per column the rows already final, sorted and disjoint; one set a thread.
 struct COVER {
-    std::vector<std::vector<std::pair<int, int>>> rows;
+    std::vector<COVERED_ROWS> rows;
     // the rows covered when they are one run (else none), for a test a whole block at a time
     std::vector<std::int16_t> first, last;
-    std::vector<std::pair<int, int>> merged;
     std::vector<PIECE> pieces;
 };
 
@@ -78,13 +78,6 @@ BATCH& batch() {
 constexpr int kBatchCurves = 4096;
 // Below this many points in all, a second thread costs more than it saves.
 constexpr long kThreadPoints = 200000;
-
-void draw_runs(const COLUMN_SPANS& s, int colour, int marker_size) {
-    if (s.Count() < 1) return;
-    IPgStartGraph(PgXY, 1, s.Count());
-    IPgStyle(1, PgLine, 1, colour, 0, 1, marker_size);
-    IPgErrorBars(s.x.data(), s.low.data(), s.high.data(), s.Count());
-}
 
 const float* logarithm_of(const float* y, int n, std::vector<float>& keep) {
     keep.resize(static_cast<std::size_t>(n));
@@ -153,34 +146,6 @@ void make_layers(BATCH& b, int count) {
     }
 }
 
-// Writes rows a..b of a run that no later run covers as pieces, then marks them covered.
-void cover_run(COVER& cv, std::vector<std::pair<int, int>>& covered, int column, int a, int b, int layer) {
-    int pos = a;
-    for (const auto& [s, e] : covered) {
-        if (e < pos) continue;
-        if (s > b) break;
-        if (s > pos) cv.pieces.push_back(PIECE{column, pos, s - 1, layer});
-        pos = e + 1;
-        if (pos > b) break;
-    }
-    if (pos <= b) cv.pieces.push_back(PIECE{column, pos, b, layer});
-    // merge [a, b] into the sorted, disjoint list
-    std::vector<std::pair<int, int>>& merged = cv.merged;
-    merged.clear();
-    std::size_t i = 0;
-    const std::size_t m = covered.size();
-    while (i < m && covered[i].second < a - 1) merged.push_back(covered[i++]);
-    int lo = a, hi = b;
-    while (i < m && covered[i].first <= b + 1) {
-        lo = std::min(lo, covered[i].first);
-        hi = std::max(hi, covered[i].second);
-        ++i;
-    }
-    merged.emplace_back(lo, hi);
-    while (i < m) merged.push_back(covered[i++]);
-    covered.swap(merged);
-}
-
 // Columns from..to-1 of every layer, from the last layer to the first: a later run covers an
 // earlier one, so each pixel is given once. Columns go in blocks, so that the runs read stay
 // in the cache while all the layers pass over them.
@@ -188,7 +153,7 @@ void cover_columns(const BATCH& b, COVER& cv, int from, int to) {
     cv.pieces.clear();
     const std::size_t width = static_cast<std::size_t>(std::max(to - from, 0));
     if (cv.rows.size() < width) cv.rows.resize(width);
-    for (std::size_t c = 0; c < width; ++c) cv.rows[c].clear();
+    for (std::size_t c = 0; c < width; ++c) cv.rows[c].Clear();
     cv.first.assign(width, INT16_MAX);
     cv.last.assign(width, INT16_MIN);
     std::int16_t *first = cv.first.data() - from, *last = cv.last.data() - from;
@@ -206,11 +171,11 @@ void cover_columns(const BATCH& b, COVER& cv, int from, int to) {
             for (int c = c0; c < c1; ++c) {
                 const int t = top[c], z = bottom[c];
                 if (t > z || (t >= first[c] && z <= last[c])) continue;
-                auto& covered = cv.rows[static_cast<std::size_t>(c - from)];
-                cover_run(cv, covered, c, t, z, l);
-                const bool one = covered.size() == 1;
-                first[c] = static_cast<std::int16_t>(one ? covered[0].first : INT16_MAX);
-                last[c] = static_cast<std::int16_t>(one ? covered[0].second : INT16_MIN);
+                COVERED_ROWS& covered = cv.rows[static_cast<std::size_t>(c - from)];
+                covered.Cover(t, z, [&cv, c, l](int a, int b) { cv.pieces.push_back(PIECE{c, a, b, l}); });
+                int a = INT16_MAX, b = INT16_MIN;
+                covered.One(a, b);
+                first[c] = static_cast<std::int16_t>(a), last[c] = static_cast<std::int16_t>(b);
             }
         }
     }
@@ -232,7 +197,9 @@ void draw_pieces(BATCH& b, std::size_t& next, int stretch) {
             s.x.push_back(cx[static_cast<std::size_t>(p[next].column)]);
             s.low.push_back(cy[p[next].bottom]), s.high.push_back(cy[p[next].top]);
         }
-        draw_runs(s, colour, 1);
+        IPgStartGraph(PgXY, 1, s.Count());
+        IPgStyle(1, PgLine, 1, colour, 0, 1, 1);
+        IPgErrorBars(s.x.data(), s.low.data(), s.high.data(), s.Count());
     }
 }
 
@@ -308,8 +275,7 @@ void run_pending() {
         for (int k = next.fetch_add(1, std::memory_order_relaxed); k < count; k = next.fetch_add(1, std::memory_order_relaxed))
             reduce(b.jobs[static_cast<std::size_t>(k)]);
     };
-    const bool two = count > 1 && points >= kThreadPoints;
-    const bool helped = two && reducer().Start(claim);
+    const bool helped = count > 1 && points >= kThreadPoints && reducer().Start(claim);
     claim();
     if (helped) reducer().Wait();
 

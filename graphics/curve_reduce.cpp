@@ -449,11 +449,4 @@ int Reduce_Curve(const CURVE_PIXELS& m, const float* x, const float* y, int n, b
     return inside;
 }
 
-void Reduce_Error_Bars(const CURVE_PIXELS& m, const float* x, const float* low, const float* high, int n,
-                       COLUMN_SPANS& bars) {
-    thread_local COLUMN_ROWS rows;
-    Reduce_Error_Bars_Rows(m, x, low, high, n, rows);
-    spans_of_rows(m, rows, bars);
-}
-
 }  // namespace zendrite

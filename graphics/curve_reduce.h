@@ -44,8 +44,6 @@ void Reduce_Error_Bars_Rows(const CURVE_PIXELS& m, const float* x, const float* 
 // The same, as runs in data units.
 int Reduce_Curve(const CURVE_PIXELS& m, const float* x, const float* y, int n, bool log, double radius,
                  COLUMN_SPANS* line, COLUMN_SPANS* band, bool joined = false);
-void Reduce_Error_Bars(const CURVE_PIXELS& m, const float* x, const float* low, const float* high, int n,
-                       COLUMN_SPANS& bars);
 
 // Data units of the centres of the frame's columns (from its left) and rows (from its top).
 const std::vector<float>& Column_Centres(const CURVE_PIXELS& m);

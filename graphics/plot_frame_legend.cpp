@@ -61,4 +61,15 @@ void Draw_Frame_And_Legend(int nperfiles) {
     if (s.legend.position != 1 && nperfiles < kLegendLimit) draw_legend(nperfiles);
 }
 
+void Paint_Plot_Zone() {
+    const PLOT_SETTINGS& s = Plot_Settings();
+    const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
+    IGrPaletteBackground(s.background_colour);
+    IGrAreaClear();
+    IGrColourN(s.zone_colour);
+    IGrFillPattern(3);
+    IGrRectangle(s.zone_left * pw, s.zone_bottom * ph, s.zone_right * pw, s.zone_top * ph);
+    IGrFillPattern(0);
+}
+
 }  // namespace zendrite

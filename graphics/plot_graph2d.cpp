@@ -38,12 +38,7 @@ void plot_graph2d(int nperfiles, float xmin, float xmax, float ymin, float ymax,
     IPgArea(s.zone_left, s.zone_bottom, s.zone_right, s.zone_top);
 
     IGrPlotMode(PlotNormal);
-    IGrPaletteBackground(s.background_colour);
-    IGrAreaClear();
-    IGrColourN(s.zone_colour);
-    IGrFillPattern(3);
-    IGrRectangle(s.zone_left * pw, s.zone_bottom * ph, s.zone_right * pw, s.zone_top * ph);
-    IGrFillPattern(0);
+    Paint_Plot_Zone();
 
     IPgUnits(xmin, ymin, xmax, ymax);
     Set_Frame_Pixels(xmin, xmax, ymin, ymax, std::max(WInfoWindow(1), 1), std::max(WInfoWindow(2), 1));

@@ -17,6 +17,8 @@ struct TEXT_STYLE;
 void Apply_Text_Style(const TEXT_STYLE& t);
 // Covers the Y numbers beside the band of the difference curve (below Y = 0).
 void Hide_Y_Scale_Beside_Band();
+// The background of the picture and the plot zone in their colours.
+void Paint_Plot_Zone();
 // Widens a range of no width, which would make every conversion divide by zero.
 void Open_Up_Range(float& low, float& high);
 

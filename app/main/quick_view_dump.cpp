@@ -1,19 +1,11 @@
 // The Quick View as text, one value a line, for scripts and tests.
-#include <cstdio>
 #include <sstream>
 
 #include "app/main/quick_view.h"
+#include "app/main/zendrite_app.h"
 #include "support/fixed_text.h"
 
 namespace zendrite {
-
-namespace {
-std::string num(double v) {
-    char b[40];
-    std::snprintf(b, sizeof b, "%.6g", v);
-    return b;
-}
-}  // namespace
 
 std::string Quick_View_Dump() {
     const QUICK_VIEW_TYPE& qv = Quick_View();
@@ -22,8 +14,8 @@ std::string Quick_View_Dump() {
       << "qv_dir " << hxl::Trim(qv.qv_dir) << "\n"
       << "qv_count " << qv.qv_count << "\n"
       << "qv_current " << qv.qv_current << "\n"
-      << "qv_limits " << num(qv.qv_xmin) << ' ' << num(qv.qv_xmax) << ' ' << num(qv.qv_ymin) << ' '
-      << num(qv.qv_ymax) << "\n"
+      << "qv_limits " << Dump_Number(qv.qv_xmin) << ' ' << Dump_Number(qv.qv_xmax) << ' ' << Dump_Number(qv.qv_ymin) << ' '
+      << Dump_Number(qv.qv_ymax) << "\n"
       << "items " << WMenuGetState(kQvPrevious, 1) << WMenuGetState(kQvNext, 1) << WMenuGetState(kQvToMain, 1)
       << "\n"
       << "check_40030 " << WMenuGetState(40030, 2) << "\n";

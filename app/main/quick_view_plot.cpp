@@ -222,11 +222,7 @@ void Plot_Quick_View(float xmin, float xmax, float ymin, float ymax) {
     IGrUnits(0, 0, pw, ph);
     IPgArea(s.zone_left, s.zone_bottom, s.zone_right, s.zone_top);
     IGrPlotMode(PlotNormal);
-    IGrAreaClear();
-    IGrColourN(s.zone_colour);
-    IGrFillPattern(3);
-    IGrRectangle(s.zone_left * pw, s.zone_bottom * ph, s.zone_right * pw, s.zone_top * ph);
-    IGrFillPattern(0);
+    Paint_Plot_Zone();
 
     IPgUnits(xmin, ymin, xmax, ymax);
     const bool ok = p.npts > 0 && p.x.size() >= p.npts && p.y.size() >= p.npts;

@@ -8,13 +8,11 @@
 
 namespace zendrite {
 
-namespace {
-std::string num(double v) {
+std::string Dump_Number(double v) {
     char b[40];
     std::snprintf(b, sizeof b, "%.6g", v);
     return b;
 }
-}  // namespace
 
 std::string Store_Dump() {
     const ZENDRITE_STORE& g = zendrite_param_global();
@@ -23,8 +21,8 @@ std::string Store_Dump() {
       << "graph_mode " << g.graph_mode << "\n"
       << "calc_mode " << g.calc_mode << "\n"
       << "MoveMode " << g.MoveMode << "\n"
-      << "win " << num(g.win_xmin) << ' ' << num(g.win_xmax) << ' ' << num(g.win_ymin) << ' ' << num(g.win_ymax) << "\n"
-      << "data " << num(g.data_xmin) << ' ' << num(g.data_xmax) << ' ' << num(g.data_ymin) << ' ' << num(g.data_ymax)
+      << "win " << Dump_Number(g.win_xmin) << ' ' << Dump_Number(g.win_xmax) << ' ' << Dump_Number(g.win_ymin) << ' ' << Dump_Number(g.win_ymax) << "\n"
+      << "data " << Dump_Number(g.data_xmin) << ' ' << Dump_Number(g.data_xmax) << ' ' << Dump_Number(g.data_ymin) << ' ' << Dump_Number(g.data_ymax)
       << "\n"
       << "prf_loaded " << (g.prf_loaded ? 1 : 0) << "\n"
       << "ProfilePRFactive " << g.ProfilePRFactive << "\n"
@@ -34,12 +32,12 @@ std::string Store_Dump() {
     o << "peaks " << g.Peak_List.count << "\n";
     for (int i = 1; i <= g.Peak_List.count && i <= kMaxPeaks + 1; ++i) {
         const PEAK_RECORD& p = g.Peak_List.p[static_cast<std::size_t>(i)];
-        o << "  " << num(p.x) << ' ' << num(p.y) << ' ' << num(p.bgr) << "\n";
+        o << "  " << Dump_Number(p.x) << ' ' << Dump_Number(p.y) << ' ' << Dump_Number(p.bgr) << "\n";
     }
     o << "background " << g.Bgr_List.count << "\n";
     for (int i = 1; i <= g.Bgr_List.count && i <= kMaxBgrPoints; ++i) {
         const BGR_RECORD& p = g.Bgr_List.p[static_cast<std::size_t>(i)];
-        o << "  " << num(p.x) << ' ' << num(p.y) << "\n";
+        o << "  " << Dump_Number(p.x) << ' ' << Dump_Number(p.y) << "\n";
     }
     for (int s = 1; s <= g.nperfiles; ++s) {
         const auto& p = g.pattern[static_cast<std::size_t>(s)];
@@ -51,16 +49,16 @@ std::string Store_Dump() {
           << "  scat_var " << hxl::Trim(p.scat_var) << "\n"
           << "  title " << hxl::Trim(p.title) << "\n"
           << "  npts " << p.npts << "\n"
-          << "  xmin " << num(p.xmin) << "\n"
-          << "  xmax " << num(p.xmax) << "\n"
-          << "  ymin " << num(p.ymin) << "\n"
-          << "  ymax " << num(p.ymax) << "\n"
-          << "  step " << num(p.step) << "\n"
-          << "  lambda1 " << num(p.lambda1) << "\n"
-          << "  lambda2 " << num(p.lambda2) << "\n"
+          << "  xmin " << Dump_Number(p.xmin) << "\n"
+          << "  xmax " << Dump_Number(p.xmax) << "\n"
+          << "  ymin " << Dump_Number(p.ymin) << "\n"
+          << "  ymax " << Dump_Number(p.ymax) << "\n"
+          << "  step " << Dump_Number(p.step) << "\n"
+          << "  lambda1 " << Dump_Number(p.lambda1) << "\n"
+          << "  lambda2 " << Dump_Number(p.lambda2) << "\n"
           << "  nexcl " << in.nexcl << "\n";
         for (int e = 1; e <= in.nexcl && e <= hxl::kMaxExcluded; ++e)
-            o << "    " << num(in.excl_low(e)) << ' ' << num(in.excl_high(e)) << "\n";
+            o << "    " << Dump_Number(in.excl_low(e)) << ' ' << Dump_Number(in.excl_high(e)) << "\n";
         o << "  nrefl " << in.nrefl << "\n"
           << "  nphases " << in.nphases << "\n"
           << "  show_profile " << g.show_profile[static_cast<std::size_t>(s)] << "\n";

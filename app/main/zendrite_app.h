@@ -36,5 +36,7 @@ void Preferences_Command();
 void Update_Status_Bar();
 // The store as text, for scripts.
 std::string Store_Dump();
+// A number as the dumps write it: six significant digits.
+std::string Dump_Number(double v);
 
 }  // namespace zendrite

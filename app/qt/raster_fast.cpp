@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "app/qt/present_state.h"
+#include "support/covered_rows.h"
 
 namespace zendrite {
 namespace qt {
@@ -119,8 +120,7 @@ struct SPAN_QUEUE {
     int kind = 0, handle = 0;
     QSize size;  // of the picture when the runs were queued
     std::vector<SPAN> spans;
-    std::vector<std::vector<std::pair<int, int>>> covered;  // per column, rows already final
-    std::vector<std::pair<int, int>> merged;
+    std::vector<COVERED_ROWS> covered;  // per column, rows already final
 };
 
 SPAN_QUEUE& queue() {
@@ -136,38 +136,6 @@ QImage* image_of(int kind, int handle) {
     }
     WINDOW_STATE* w = Window(handle);
     return w ? &w->front : nullptr;
-}
-
-// Writes rows a..b of the run that no later run covers, then marks them covered.
-void paint_uncovered(std::vector<std::pair<int, int>>& covered, std::vector<std::pair<int, int>>& merged,
-                     QRgb* column, int stride, int a, int b, QRgb rgb) {
-    auto fill = [&](int from, int to) {
-        QRgb* px = column + static_cast<std::ptrdiff_t>(from) * stride;
-        for (int y = from; y <= to; ++y, px += stride) *px = rgb;
-    };
-    int pos = a;
-    for (const auto& [s, e] : covered) {
-        if (e < pos) continue;
-        if (s > b) break;
-        if (s > pos) fill(pos, s - 1);
-        pos = e + 1;
-        if (pos > b) break;
-    }
-    if (pos <= b) fill(pos, b);
-    // merge [a, b] into the sorted, disjoint list
-    merged.clear();
-    std::size_t i = 0;
-    const std::size_t m = covered.size();
-    while (i < m && covered[i].second < a - 1) merged.push_back(covered[i++]);
-    int lo = a, hi = b;
-    while (i < m && covered[i].first <= b + 1) {
-        lo = std::min(lo, covered[i].first);
-        hi = std::max(hi, covered[i].second);
-        ++i;
-    }
-    merged.emplace_back(lo, hi);
-    while (i < m) merged.push_back(covered[i++]);
-    covered.swap(merged);
 }
 
 }  // namespace
@@ -192,13 +160,17 @@ void Flush_Spans() {
     const int width = img->width(), stride = static_cast<int>(img->bytesPerLine() / 4);
     QRgb* bits = reinterpret_cast<QRgb*>(img->bits());
     if (q.covered.size() < static_cast<std::size_t>(width)) q.covered.resize(static_cast<std::size_t>(width));
-    for (auto& c : q.covered) c.clear();
+    for (auto& c : q.covered) c.Clear();
     for (auto it = q.spans.rbegin(); it != q.spans.rend(); ++it) {
         const SPAN& s = *it;
-        auto& covered = q.covered[s.column];
+        COVERED_ROWS& covered = q.covered[s.column];
         // most runs of a dense frame fall inside rows already final
-        if (covered.size() == 1 && covered[0].first <= s.top && covered[0].second >= s.bottom) continue;
-        paint_uncovered(covered, q.merged, bits + s.column, stride, s.top, s.bottom, s.rgb);
+        if (covered.Hides(s.top, s.bottom)) continue;
+        QRgb* column = bits + s.column;
+        covered.Cover(s.top, s.bottom, [column, stride, rgb = s.rgb](int from, int to) {
+            QRgb* px = column + static_cast<std::ptrdiff_t>(from) * stride;
+            for (int y = from; y <= to; ++y, px += stride) *px = rgb;
+        });
     }
     q.spans.clear();
 }
