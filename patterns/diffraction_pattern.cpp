@@ -7,8 +7,8 @@
 
 namespace hxl {
 
-bool ERR_Pattern = false;
-std::string ERR_Pattern_Mess;
+thread_local bool ERR_Pattern = false;
+thread_local std::string ERR_Pattern_Mess;
 
 void Set_Pattern_Error(const std::string& message) {
     ERR_Pattern = true;

@@ -45,9 +45,10 @@ struct DIFFRACTION_PATTERN_TYPE {
     Array1<float> aux;
 };
 
-// The outcome of every operation of the pattern module.
-extern bool ERR_Pattern;
-extern std::string ERR_Pattern_Mess;  // 150
+// The outcome of every operation of the pattern module; one pair per thread,
+// so that files can be read on worker threads.
+extern thread_local bool ERR_Pattern;
+extern thread_local std::string ERR_Pattern_Mess;  // 150
 void Set_Pattern_Error(const std::string& message);
 void Clear_Pattern_Error();
 

@@ -21,6 +21,7 @@ const std::array<FORMAT_ROW_TYPE, kFormatRows>& Format_Rows() {
         {"TIMEVARIABLE", "Variable Time (Inst. 11)", " 11  - "},
         {"ISIS", "ISIS (Inst. 14)", " 14  - "},
         {"CIF", "CIF - File", "  XY  - "},
+        {"LIBRARY", "Other formats (library)", " 15  - "},
     }};
     return rows;
 }
@@ -38,6 +39,15 @@ bool Is_Jcamp_Extension(std::string_view extension) {
     return e == ".JCP" || e == ".JDX" || e == ".DX";
 }
 
+bool Is_Library_Extension(std::string_view extension) {
+    static constexpr std::string_view kExt[] = {".RAW", ".RD", ".SD", ".CPI", ".VMS", ".CHI",
+                                                ".XDD", ".DBW", ".RIT", ".MCA", ".CNF", ".RAS"};
+    const std::string e = Trim_Right(Upper(extension));
+    for (std::string_view k : kExt)
+        if (e == k) return true;
+    return false;
+}
+
 int Format_Row_From_Extension(std::string_view extension) {
     const std::string e = Trim_Right(Upper(extension));
     if (e == ".CSV" || e == ".UDF" || Is_Jcamp_Extension(e) || e == ".XRDML") return 12;
@@ -46,6 +56,7 @@ int Format_Row_From_Extension(std::string_view extension) {
     if (e == ".SIM" || e == ".MDI") return 1;
     if (e == ".GSS") return 14;  // the multi-pattern reader, not the GSAS rows: deliberate
     if (e == ".CIF") return 15;
+    if (Is_Library_Extension(e)) return kRowLibrary;
     return 0;
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-// The 15 rows of the instrument-code table: mode names, the labels of the
+// The 16 rows of the instrument-code table: mode names, the labels of the
 // dialog "Format of the data file", and the code texts written into `instr`.
 #include <array>
 #include <string>
@@ -13,9 +13,10 @@ struct FORMAT_ROW_TYPE {
     std::string_view code;    // code text; all but row 1 are followed by the mode
 };
 
-inline constexpr int kFormatRows = 15;
+inline constexpr int kFormatRows = 16;
 inline constexpr int kRowFree = 1, kRowSocabim = 8, kRowXYSigma = 9, kRowPanalytical = 12, kRowIsis = 14,
-                     kRowCif = 15;
+                     kRowCif = 15,
+                     kRowLibrary = 16;
 
 const std::array<FORMAT_ROW_TYPE, kFormatRows>& Format_Rows();
 const FORMAT_ROW_TYPE& Format_Row(int row);  // 1-based
@@ -23,6 +24,10 @@ const FORMAT_ROW_TYPE& Format_Row(int row);  // 1-based
 // The row chosen by a file's extension ("." and after, any case), or 0 when
 // the extension is not in the table and the user must be asked.
 int Format_Row_From_Extension(std::string_view extension);
+
+// Vendor formats read through the "Other formats (library)" row: binary and
+// text exports of other diffractometers, and Rigaku SmartLab ".ras".
+bool Is_Library_Extension(std::string_view extension);
 
 // JCAMP-DX files: ".jcp" as the vendor writes them, ".jdx" and ".dx" as converters do.
 bool Is_Jcamp_Extension(std::string_view extension);

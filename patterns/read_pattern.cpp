@@ -1,5 +1,6 @@
 #include "patterns/read_pattern.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
@@ -133,6 +134,8 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
         else if (ext == ".XRDML") Read_Pattern_Xrdml(unit, p);
         fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
         set_instr(p, kRowPanalytical, work);
+    } else if (work == "LIBRARY") {
+        Set_Pattern_Error(" This format is not available yet");
     } else if (work == "TIMEVARIABLE") {
         Read_Pattern_TimeVariable(unit, p);
         fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
@@ -193,6 +196,25 @@ void Read_Pattern_Set(const std::string& filename, std::vector<DIFFRACTION_PATTE
         p.yax_text = "Intensity (arb. units)";
         p.instr = Cut(" 14  - " + work, kInstrLen);
     }
+}
+
+void Read_Pattern_Blocks(const std::string& filename, const std::string& mode,
+                         std::vector<DIFFRACTION_PATTERN_TYPE>& patterns, int max_patterns, int& left_out) {
+    patterns.clear();
+    left_out = 0;
+    Clear_Pattern_Error();
+    if (max_patterns < 1) return;
+    const std::string work = Trim(Upper(mode));
+    if (work == "ISIS") {
+        patterns.resize(static_cast<std::size_t>(max_patterns));
+        int count = 0;
+        Read_Pattern_Set(filename, patterns, count, mode);
+        patterns.resize(ERR_Pattern ? 0 : static_cast<std::size_t>(std::max(count, 0)));
+        return;
+    }
+    patterns.resize(1);
+    Read_Pattern(filename, patterns[0], mode);
+    if (ERR_Pattern) patterns.clear();
 }
 
 }  // namespace hxl

@@ -29,15 +29,10 @@ int format_dialog() {
 }
 
 // The row for the files, by the extension of the first one or by the dialog; 0 at Cancel.
+// A ".gss" file goes to the multi-pattern reader, deliberately.
 int choose_row(const std::string& first) {
-    const std::string ext = hxl::Upper_Extension(first);
-    if (ext == ".CSV" || ext == ".UDF" || ext == ".JCP" || ext == ".XRDML") return 12;
-    if (ext == ".XY" || ext == ".XYS" || ext == ".XYE") return 9;
-    if (ext == ".UXD") return 8;
-    if (ext == ".SIM" || ext == ".MDI") return 1;
-    if (ext == ".GSS") return 14;  // the multi-pattern reader, deliberately
-    if (ext == ".CIF") return 15;
-    return Format_Dialog_Row();
+    const int row = hxl::Format_Row_From_Extension(hxl::Upper_Extension(first));
+    return row ? row : Format_Dialog_Row();
 }
 
 }  // namespace

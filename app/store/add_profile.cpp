@@ -69,64 +69,54 @@ void Add_Recent_File(const std::string& name) {
     r[1] = n;
 }
 
-LOAD_RESULT Load_Data_File(const std::string& fullname, int row) {
+READ_FILE_RESULT Read_Data_File(const std::string& fullname, int row, int max_patterns) {
+    READ_FILE_RESULT r;
+    r.name = hxl::Trim(fullname);
+    r.row = row;
+    hxl::Read_Pattern_Blocks(r.name, std::string(hxl::Format_Row(row).mode), r.patterns, max_patterns, r.left_out);
+    if (hxl::ERR_Pattern) {
+        r.error = hxl::ERR_Pattern_Mess;
+        r.patterns.clear();
+    }
+    return r;
+}
+
+LOAD_RESULT Store_Data_File(READ_FILE_RESULT&& read) {
     LOAD_RESULT result;
+    result.left_out = read.left_out;
     ZENDRITE_STORE& g = zendrite_param_global();
-    const std::string name = hxl::Trim(fullname);
+    const std::string& name = read.name;
+    if (!read.error.empty() || read.patterns.empty()) {
+        result.messages.push_back("ERROR in file: " + name + read.error);
+        return result;
+    }
+    for (auto& p : read.patterns) {
+        if (g.nperfiles + 1 > kMaxProfiles) {
+            result.messages.push_back(kMsgMaxProfiles);
+            result.limit_reached = true;
+            break;
+        }
+        if (std::string why = check_read(p); !why.empty()) {
+            result.messages.push_back("ERROR Opening file: " + name + why);
+            continue;
+        }
+        const int slot = ++g.nperfiles;
+        g.pattern[static_cast<std::size_t>(slot)] = std::move(p);
+        if (!Enter_Read_Profile(slot, read.row, result)) --g.nperfiles;
+    }
+    if (!result.slots.empty()) Add_Recent_File(name);
+    return result;
+}
+
+LOAD_RESULT Load_Data_File(const std::string& fullname, int row) {
+    const ZENDRITE_STORE& g = zendrite_param_global();
     if (g.nperfiles + 1 > kMaxProfiles) {
+        LOAD_RESULT result;
         result.messages.push_back(kMsgMaxProfiles);
         result.limit_reached = true;
         return result;
     }
-    if (row == hxl::kRowIsis) {
-        std::vector<DIFFRACTION_PATTERN_TYPE> set(static_cast<std::size_t>(kMaxProfiles - g.nperfiles));
-        int count = 0;
-        hxl::Read_Pattern_Set(name, set, count, std::string(hxl::Format_Row(row).mode));
-        if (hxl::ERR_Pattern) {
-            result.messages.push_back("ERROR in file: " + name + hxl::ERR_Pattern_Mess);
-            return result;
-        }
-        for (int i = 0; i < count; ++i) {
-            if (g.nperfiles + 1 > kMaxProfiles) {
-                result.messages.push_back(kMsgMaxProfiles);
-                result.limit_reached = true;
-                break;
-            }
-            auto& p = set[static_cast<std::size_t>(i)];
-            if (std::string why = check_read(p); !why.empty()) {
-                result.messages.push_back("ERROR Opening file: " + name + why);
-                continue;
-            }
-            const int slot = ++g.nperfiles;
-            g.pattern[static_cast<std::size_t>(slot)] = std::move(p);
-            if (!Enter_Read_Profile(slot, row, result)) --g.nperfiles;
-        }
-        if (!result.slots.empty()) Add_Recent_File(name);
-        return result;
-    }
-
-    const int slot = ++g.nperfiles;
-    auto& p = g.pattern[static_cast<std::size_t>(slot)];
-    Clear_Pattern_Record(p);
-    hxl::Read_Pattern(name, p, std::string(hxl::Format_Row(row).mode));
-    if (hxl::ERR_Pattern) {
-        result.messages.push_back("ERROR in file: " + name + hxl::ERR_Pattern_Mess);
-        Clear_Pattern_Record(p);
-        --g.nperfiles;
-        return result;
-    }
-    if (std::string why = check_read(p); !why.empty()) {
-        result.messages.push_back("ERROR Opening file: " + name + why);
-        Clear_Pattern_Record(p);
-        --g.nperfiles;
-        return result;
-    }
-    if (!Enter_Read_Profile(slot, row, result)) {
-        --g.nperfiles;
-        return result;
-    }
-    Add_Recent_File(name);
-    return result;
+    return Store_Data_File(Read_Data_File(fullname, row, kMaxProfiles - g.nperfiles));
 }
 
 }  // namespace zendrite

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "patterns/diffraction_pattern.h"
+
 namespace zendrite {
 
 // The result of loading one file: messages to show (in order) and the slots it filled.
@@ -10,7 +12,25 @@ struct LOAD_RESULT {
     std::vector<std::string> messages;
     std::vector<int> slots;
     bool limit_reached = false;  // the profile limit stopped the loop
+    int left_out = 0;            // blocks of the file that were not read (told in the status bar)
 };
+
+// What reading one file gave, before anything enters the store.
+struct READ_FILE_RESULT {
+    std::string name;  // trimmed file name
+    int row = 0;
+    std::vector<hxl::DIFFRACTION_PATTERN_TYPE> patterns;
+    std::string error;  // the reader's message when nothing was read
+    int left_out = 0;
+};
+
+// Reads every pattern of one file (at most `max_patterns`) without touching
+// the store: safe on a worker thread.
+READ_FILE_RESULT Read_Data_File(const std::string& fullname, int row, int max_patterns);
+
+// Enters what Read_Data_File gave into the next slots, with the checks and
+// messages of Load_Data_File. Main thread only.
+LOAD_RESULT Store_Data_File(READ_FILE_RESULT&& read);
 
 // Loads one data file with the format row `row` (1..15) into the next slot(s),
 // as Open_Data_File does for each selected file.
