@@ -14,6 +14,21 @@ const char* const kInstr = " Error in Intensity file, check your instr parameter
 
 bool is_const(const std::string& b) { return b == "CONST" || b == "CONS"; }
 
+// The first number behind `key` (any case) in `line`, skipping blanks, ":" and "=".
+bool number_after(std::string_view line, std::string_view key, float& v) {
+    const std::string up = Upper(line);
+    const std::size_t at = up.find(Upper(key));
+    if (at == std::string::npos) return false;
+    std::size_t p = at + key.size();
+    while (p < line.size() && (line[p] == ' ' || line[p] == ':' || line[p] == '=' || line[p] == '\t')) ++p;
+    std::size_t q = p;
+    while (q < line.size() && line[q] != ' ' && line[q] != ',' && line[q] != '\t' && line[q] != ';') ++q;
+    double d = 0.0;
+    if (q == p || !Parse_Real(line.substr(p, q - p), d) || !std::isfinite(d) || d <= 0.0 || d > 3.0e38) return false;
+    v = static_cast<float>(d);
+    return true;
+}
+
 // The records hold `per` items of the given field widths each line.
 template <class Take>
 bool fixed_items(Text_Unit& unit, int n, int per, const int* widths, const int* decimals, int nfields, Take take) {
@@ -35,6 +50,26 @@ bool fixed_items(Text_Unit& unit, int n, int per, const int* widths, const int* 
 }
 
 }  // namespace
+
+void Read_Gsas_Head_Line(std::string_view line, GSAS_HEAD_TYPE& h) {
+    number_after(line, "Monitor", h.monitor);
+    if (!number_after(line, "Calibrated wavelength", h.wavelength)) number_after(line, "Wavelength", h.wavelength);
+    number_after(line, "DIFC", h.difc);
+    if (!number_after(line, "Temp (K)", h.temperature)) number_after(line, "Sample Temperature", h.temperature);
+}
+
+void Apply_Gsas_Head(const GSAS_HEAD_TYPE& h, bool tof, DIFFRACTION_PATTERN_TYPE& p) {
+    if (h.monitor > 0.0f) p.monitor = h.monitor;
+    if (h.temperature > 0.0f) p.tsamp = h.temperature;
+    // In a time-of-flight pattern lambda1 holds Dtt1; a centre wavelength is no Dtt1.
+    if (tof) {
+        if (h.difc > 0.0f) p.lambda1 = h.difc;
+    } else if (h.wavelength > 0.0f) {
+        p.lambda1 = h.wavelength;
+    }
+}
+
+bool Gsas_Const_Bins(const GSAS_BANK_TYPE& bank) { return is_const(bank.bintyp); }
 
 bool Parse_Bank_Line(std::string_view line, GSAS_BANK_TYPE& b) {
     b = GSAS_BANK_TYPE{};

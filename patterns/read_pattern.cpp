@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "patterns/format_table.h"
+#include "patterns/pattern_checks.h"
 #include "patterns/pattern_readers.h"
 #include "support/fixed_text.h"
 #include "support/text_unit.h"
@@ -12,9 +13,14 @@
 namespace hxl {
 namespace {
 
-bool file_exists(const std::string& name) {
+// Empty when `name` is a readable kind of file, else the reason it is not.
+std::string not_a_file(const std::string& name) {
     std::error_code ec;
-    return std::filesystem::is_regular_file(name, ec);
+    const auto st = std::filesystem::status(name, ec);
+    if (ec || !std::filesystem::exists(st)) return " The file " + name + " doesn't exist";
+    if (std::filesystem::is_directory(st)) return " " + name + " is a folder, not a file: open it as a folder of patterns";
+    if (!std::filesystem::is_regular_file(st)) return " " + name + " is a device or a pipe, not a pattern file";
+    return {};
 }
 
 // The fixed values a case row writes after its reader returned.
@@ -43,12 +49,17 @@ void Split_File_Name(const std::string& fullname, std::string& path, std::string
     }
 }
 
-void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const std::optional<std::string>& mode,
-                  std::optional<bool> sig, std::string* header) {
+namespace {
+
+// One block of a file (1-based); `nblocks` tells how many the file holds for
+// the formats that have several, 1 for the others.
+void read_block(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const std::optional<std::string>& mode,
+                std::optional<bool> sig, std::string* header, int block, int& nblocks) {
     Clear_Pattern_Error();
+    nblocks = 1;
     const std::string name = Trim(filename);
-    if (!file_exists(name)) {
-        Set_Pattern_Error(" The file " + name + " doesn't exist");
+    if (std::string why = not_a_file(name); !why.empty()) {
+        Set_Pattern_Error(why);
         return;
     }
     Text_Unit unit;
@@ -69,7 +80,7 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
 
     auto row_of = [](const char* m) { return Format_Row_From_Mode(m); };
     if (work == "CIF") {
-        Read_Pattern_Cif(unit, p);
+        Read_Pattern_Cif(unit, p, block, nblocks);
         p.yax_text = "Intensity (arb. units)";
         set_instr(p, kRowCif, work);
         p.ct_step = false;
@@ -112,7 +123,7 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
         if (Is_Blank(p.scat_var) && p.npts >= 1 && p.x.size() >= p.npts)
             p.scat_var = p.x(p.npts) > 180.0f ? "TOF" : "2theta";
     } else if (work == "GSAS") {
-        Read_Pattern_GSAS(unit, p, "");
+        Read_Pattern_GSAS(unit, p, "", block, nblocks);
         fixed_kind(p, "constant_wavelength", "2theta", "2theta(degrees)");
         set_instr(p, row_of("GSAS"), work);
     } else if (work == "ISIS") {
@@ -121,18 +132,28 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
         int count = 0;
         Read_Pattern_Isis(unit, set, count, "");
         if (!set.empty()) p = std::move(set[0]);
-        fixed_kind(p, "neutrons_tof", "TOF", "TOF(micro-seconds)");
+        // A bank of constant-wavelength bins is read in 2theta by the reader.
+        if (Trim(p.scat_var) == "2theta") fixed_kind(p, "constant_wavelength", "2theta", "2theta(degrees)");
+        else fixed_kind(p, "neutrons_tof", "TOF", "TOF(micro-seconds)");
         set_instr(p, kRowIsis, work);
     } else if (work == "GSASTOF") {
-        Read_Pattern_GSAS(unit, p, bank);
+        Read_Pattern_GSAS(unit, p, bank, block, nblocks);
         fixed_kind(p, "neutrons_tof", "TOF", "TOF(micro-seconds)");
         set_instr(p, row_of("GSASTOF"), work);
     } else if (work == "PANALYTICAL") {
         if (ext == ".CSV") Read_Pattern_Csv(unit, p);
         else if (ext == ".UDF") Read_Pattern_Udf(unit, p);
         else if (Is_Jcamp_Extension(ext)) Read_Pattern_Jcamp(unit, p);
-        else if (ext == ".XRDML") Read_Pattern_Xrdml(unit, p);
+        else if (ext == ".XRDML") {
+            p.scat_var.clear();
+            Read_Pattern_Xrdml(unit, p, block, nblocks);
+        }
+        const std::string axis = p.scat_var, legend = p.xax_text;
         fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
+        if (ext == ".XRDML" && !Is_Blank(axis)) {  // a scan of another axis keeps its name
+            p.scat_var = axis;
+            p.xax_text = legend;
+        }
         set_instr(p, kRowPanalytical, work);
     } else if (work == "LIBRARY") {
         Set_Pattern_Error(" This format is not available yet");
@@ -153,6 +174,7 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
             p.xax_text = tof ? "TOF(micro-seconds)" : "2theta(degrees)";
         }
     }
+    if (!ERR_Pattern && Check_Finite_Values(p, unit.Text())) Make_X_Ascending(p);
     unit.Close();
 
     if (sig && *sig && !ERR_Pattern) {
@@ -162,13 +184,21 @@ void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, cons
     }
 }
 
+}  // namespace
+
+void Read_Pattern(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const std::optional<std::string>& mode,
+                  std::optional<bool> sig, std::string* header) {
+    int nblocks = 0;
+    read_block(filename, p, mode, sig, header, 1, nblocks);
+}
+
 void Read_Pattern_Set(const std::string& filename, std::vector<DIFFRACTION_PATTERN_TYPE>& patterns, int& count,
                       const std::string& mode) {
     Clear_Pattern_Error();
     count = 0;
     const std::string name = Trim(filename);
-    if (!file_exists(name)) {
-        Set_Pattern_Error(" The file " + name + " doesn't exist");
+    if (std::string why = not_a_file(name); !why.empty()) {
+        Set_Pattern_Error(why);
         return;
     }
     Text_Unit unit;
@@ -186,13 +216,17 @@ void Read_Pattern_Set(const std::string& filename, std::vector<DIFFRACTION_PATTE
         return;
     }
     if (ERR_Pattern) return;
+    for (int i = 0; i < count && i < static_cast<int>(patterns.size()); ++i) {
+        if (!Check_Finite_Values(patterns[static_cast<std::size_t>(i)], unit.Text())) return;
+        Make_X_Ascending(patterns[static_cast<std::size_t>(i)]);
+    }
     std::string path, file;
     Split_File_Name(name, path, file);
     for (int i = 0; i < count && i < static_cast<int>(patterns.size()); ++i) {
         auto& p = patterns[static_cast<std::size_t>(i)];
         p.filename = file;
         p.filepath = path;
-        p.xax_text = "TOF (micro-seconds)";
+        if (Trim(p.scat_var) == "TOF") p.xax_text = "TOF (micro-seconds)";
         p.yax_text = "Intensity (arb. units)";
         p.instr = Cut(" 14  - " + work, kInstrLen);
     }
@@ -213,8 +247,26 @@ void Read_Pattern_Blocks(const std::string& filename, const std::string& mode,
         return;
     }
     patterns.resize(1);
-    Read_Pattern(filename, patterns[0], mode);
-    if (ERR_Pattern) patterns.clear();
+    int nblocks = 1;
+    read_block(filename, patterns[0], mode, std::nullopt, nullptr, 1, nblocks);
+    if (ERR_Pattern) {
+        patterns.clear();
+        return;
+    }
+    const int n = std::min(nblocks, max_patterns);
+    for (int b = 2; b <= n; ++b) {
+        DIFFRACTION_PATTERN_TYPE next;
+        int again = 0;
+        read_block(filename, next, mode, std::nullopt, nullptr, b, again);
+        if (ERR_Pattern) {
+            // The first block stands; a later bad one is told and left out.
+            ++left_out;
+            Clear_Pattern_Error();
+            continue;
+        }
+        patterns.push_back(std::move(next));
+    }
+    left_out += nblocks - n;
 }
 
 }  // namespace hxl

@@ -97,15 +97,80 @@ std::string e12_4(double v) {
     return s;
 }
 
+// True when lines [from, to) hold a loop that names an intensity column.
+bool has_profile_loop(const std::vector<std::string_view>& lines, std::size_t from, std::size_t to) {
+    bool in_loop = false;
+    for (std::size_t i = from; i < to; ++i) {
+        auto w = words_of(lines[i]);
+        if (w.empty()) continue;
+        if (Lower(w[0]) == "loop_") {
+            in_loop = true;
+            for (std::size_t k = 1; k < w.size(); ++k)
+                if (column_of(item_name(w[k])) == kY) return true;
+            continue;
+        }
+        if (in_loop && w[0][0] == '_') {
+            if (column_of(item_name(w[0])) == kY) return true;
+            continue;
+        }
+        in_loop = false;
+    }
+    return false;
+}
+
+// The value of "_diffrn_radiation_wavelength" given as an item (not in a loop); 0 when absent.
+// A wavelength belongs only to patterns in an angle.
+bool xk_is_angle(int cx, const std::vector<Column>& cols) {
+    return cx < 0 || cols[static_cast<std::size_t>(cx)] == kX2theta;
+}
+
+float radiation_wavelength(const std::vector<std::string_view>& lines) {
+    for (auto l : lines) {
+        auto w = words_of(l);
+        if (w.size() < 2) continue;
+        const std::string n = item_name(w[0]);
+        if (n != "_diffrn_radiation_wavelength" && n != "_diffrn_radiation_wavelength_value" &&
+            n != "_diffrn_radiation_wavelength_wavelength")
+            continue;
+        double val = 0.0, sd = 0.0;
+        if (value_std(w[1], val, sd) && val > 0.0 && val < 100.0) return static_cast<float>(val);
+    }
+    return 0.0f;
+}
+
 }  // namespace
 
 void Read_Pattern_Cif(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
+    int nblocks = 0;
+    Read_Pattern_Cif(unit, p, 1, nblocks);
+}
+
+void Read_Pattern_Cif(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, int block_no, int& nblocks) {
     Clear_Pattern_Error();
-    std::vector<std::string_view> lines;
+    std::vector<std::string_view> all;
     std::string_view v;
-    while (unit.Read_Line(v)) lines.push_back(v.substr(0, std::min<std::size_t>(v.size(), 120)));
-    if (lines.size() < 10)
+    while (unit.Read_Line(v)) all.push_back(v.substr(0, std::min<std::size_t>(v.size(), 120)));
+    nblocks = 0;
+    if (all.size() < 10)
         return Set_Pattern_Error(" Number of lines too small to hold a diffraction pattern, check your CIF file!");
+    // A file of several data blocks (phases, histograms) holds one profile per
+    // block that has an intensity loop; the others are passed over.
+    std::vector<std::pair<std::size_t, std::size_t>> blocks;
+    std::size_t from = 0;
+    for (std::size_t i = 0; i <= all.size(); ++i) {
+        const bool start = i < all.size() && Starts_With(Lower(all[i].substr(0, 5)), "data_");
+        if (i == all.size() || (start && i > from)) {
+            if (has_profile_loop(all, from, i)) blocks.emplace_back(from, i);
+            from = i;
+        }
+    }
+    if (blocks.empty()) blocks.emplace_back(0, all.size());
+    nblocks = static_cast<int>(blocks.size());
+    if (block_no < 1 || block_no > nblocks) return Set_Pattern_Error(" No such data block in the CIF file");
+    const auto [b0, b1] = blocks[static_cast<std::size_t>(block_no - 1)];
+    const std::vector<std::string_view> lines(all.begin() + static_cast<std::ptrdiff_t>(b0),
+                                              all.begin() + static_cast<std::ptrdiff_t>(b1));
+    const float wavelength = radiation_wavelength(lines) > 0.0f ? radiation_wavelength(lines) : radiation_wavelength(all);
 
     std::size_t block = 0, probe = 0, count = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -189,6 +254,7 @@ void Read_Pattern_Cif(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
     }
     p.tsamp = p.tset = p.monitor = 0.0f;
     p.scal = 1.0f;
+    if (xk_is_angle(cx, cols)) p.lambda1 = wavelength;
     const Column xk = cx >= 0 ? cols[static_cast<std::size_t>(cx)] : kX2theta;
     if (xk == kXd) {
         p.scat_var = "d-spacing";
@@ -227,6 +293,9 @@ void Read_Pattern_Cif(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
         const double sd = std::sqrt(var);
         if (sd > 0.001) chi += ((y - yc) / sd) * ((y - yc) / sd);
     }
+    // A block whose identifier stands on a line of its own is named by its data_ line.
+    if (Is_Blank(p.title) && !lines.empty() && Starts_With(Lower(lines[0].substr(0, 5)), "data_"))
+        p.title = Cut(Trim(lines[0].substr(5)), kTitleLen);
     p.title = Cut(Trim_Right(p.title) + "  Chi2(free) = " + e12_4(chi / rows), kTitleLen);
     p.xmin = p.x(1);
     p.xmax = p.x(rows);

@@ -31,8 +31,15 @@ void Read_Pattern_DMC(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
     p.title = Cut(Trim(line), kTitleLen);
     if (!unit.Read_Line(line))
         return Set_Pattern_Error(" Error in Intensity file (second line), check your instr parameter!");
+    Read_Psi_Lambda_Line(line, p);
     float lim[3] = {0, 0, 0};
-    if (List_Read(unit, lim, 3) != List_Result::Ok)
+    const std::size_t limits_at = unit.Position();
+    const bool limits_read = List_Read(unit, lim, 3) == List_Result::Ok;
+    if (limits_read) {
+        const std::string_view t = std::string_view(unit.Text()).substr(limits_at);
+        Read_Psi_Monitor(t.substr(0, t.find_first_of("\r\n")), p);
+    }
+    if (!limits_read)
         return Set_Pattern_Error(" Error reading 2theta_min,step,2theta_max (third line), check your instr parameter!");
     p.xmin = lim[0];
     p.step = lim[1];

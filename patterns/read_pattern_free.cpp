@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "patterns/pattern_readers.h"
+#include "patterns/reader_tools.h"
 #include "support/fixed_text.h"
 #include "support/list_read.h"
 #include "support/text_utils.h"
@@ -72,6 +73,7 @@ void Read_Pattern_Free(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, const std::
     int comments = 0;
     const bool mdi = Same(Trim(extension), ".MDI");
     bool mdi_title = false;
+    bool psi_head = false;  // a "lambda=" line: the limits line carries the monitor
 
     std::string line;
     while (true) {
@@ -146,6 +148,7 @@ void Read_Pattern_Free(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, const std::
                 return;
             }
             p.npts = point_count(p.xmin, p.step, p.xmax);
+            if (psi_head) Read_Psi_Monitor(line, p);
             if (!title_set) {
                 std::string rest = Trim(std::string_view(line).substr(ends[2]));
                 if (!rest.empty()) {
@@ -156,6 +159,10 @@ void Read_Pattern_Free(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, const std::
             break;
         }
 
+        if (line.find("lambda=") != std::string::npos) {
+            Read_Psi_Lambda_Line(line, p);
+            psi_head = true;
+        }
         if (!title_set) {
             p.title = Cut(line, kTitleLen);
             title_set = true;

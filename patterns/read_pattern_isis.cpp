@@ -39,30 +39,38 @@ void Read_Pattern_Isis(Text_Unit& unit, std::vector<DIFFRACTION_PATTERN_TYPE>& p
     std::string line, title;
     bool first = true, in_head = true;
     float fac_y = 1.0f;
+    GSAS_HEAD_TYPE comments;
     while (unit.Read_Line(line) && count < static_cast<int>(patterns.size())) {
         if (first) {
             title = Cut(Trim(line), kTitleLen);
             head_scale(line, fac_y);
+            Read_Gsas_Head_Line(line, comments);
             first = false;
             continue;
         }
         const std::string adj = Adjustl(line);
         if (!Starts_With(Upper(adj), "BANK")) {
             if (in_head) head_scale(line, fac_y);
+            Read_Gsas_Head_Line(line, comments);
             continue;
         }
         in_head = false;
         GSAS_BANK_TYPE head;
         auto& p = patterns[static_cast<std::size_t>(count)];
         p.tsamp = p.tset = p.scal = p.monitor = 0.0f;
-        if (!Parse_Bank_Line(adj, head) || !Read_Bank_Data(unit, head, true, p)) {
+        // Constant-wavelength banks hold centidegrees: such a file is read in 2theta.
+        const bool parsed = Parse_Bank_Line(adj, head);
+        const bool cw = parsed && Gsas_Const_Bins(head);
+        if (!parsed || !Read_Bank_Data(unit, head, !cw, p)) {
             const std::string why = ERR_Pattern ? ERR_Pattern_Mess : std::string();
             return Set_Pattern_Error(" Error reading an ISIS profile DATA file" + (why.empty() ? "" : ":" + why));
         }
         scale_intensities(p, fac_y);
         p.title = Cut(title + " BANK " + std::to_string(head.number), kTitleLen);
-        p.diff_kind = "neutrons_tof";
-        p.scat_var = "TOF";
+        Apply_Gsas_Head(comments, !cw, p);
+        p.diff_kind = cw ? "constant_wavelength" : "neutrons_tof";
+        p.scat_var = cw ? "2theta" : "TOF";
+        p.xax_text = cw ? "2theta(degrees)" : "TOF (micro-seconds)";
         p.ct_step = true;
         ++count;
     }

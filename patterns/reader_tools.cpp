@@ -262,4 +262,35 @@ bool Allocate_Fixed_Step(const Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p) {
     return !ERR_Pattern;
 }
 
+namespace {
+
+// The number that follows `key` up to the next comma or blank; false when none.
+bool psi_value(std::string_view line, std::string_view key, double& v) {
+    const std::size_t at = line.find(key);
+    if (at == std::string_view::npos) return false;
+    std::size_t p = at + key.size();
+    while (p < line.size() && line[p] == ' ') ++p;
+    std::size_t q = p;
+    while (q < line.size() && line[q] != ',' && line[q] != ' ') ++q;
+    return q > p && Parse_Real(line.substr(p, q - p), v) && std::isfinite(v);
+}
+
+}  // namespace
+
+void Read_Psi_Lambda_Line(std::string_view line, DIFFRACTION_PATTERN_TYPE& p) {
+    double v = 0.0;
+    if (psi_value(line, "lambda=", v) && v > 0.0 && v < 100.0) p.lambda1 = static_cast<float>(v);
+    if (line.find("lambda=") != std::string_view::npos && psi_value(line, " T=", v) && v > 0.0 && v < 1.0e5)
+        p.tsamp = static_cast<float>(v);
+}
+
+void Read_Psi_Monitor(std::string_view line, DIFFRACTION_PATTERN_TYPE& p) {
+    float v[4] = {0, 0, 0, 0};
+    std::size_t comma = line.find(',');
+    const std::string_view numbers = line.substr(0, comma);
+    int got = 0;
+    // "18000000." stands before the comma that opens the sample text.
+    if (Read_Row_Fields(numbers, v, 4, got) && got == 4 && v[3] > 0.0f && std::isfinite(v[3])) p.monitor = v[3];
+}
+
 }  // namespace hxl

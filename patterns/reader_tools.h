@@ -55,6 +55,12 @@ void Fill_Constant_Step(DIFFRACTION_PATTERN_TYPE& pattern);
 // Mean step of an explicit X array.
 float Mean_Step(const DIFFRACTION_PATTERN_TYPE& pattern);
 
+// PSI DMC/HRPT heads: "lambda=  1.49400, T=   0.000, ..." gives lambda1 (and
+// tsamp when T is not 0); the limits line "xmin step xmax monitor, ..." its
+// fourth number as the monitor. Other text leaves the record alone.
+void Read_Psi_Lambda_Line(std::string_view line, DIFFRACTION_PATTERN_TYPE& pattern);
+void Read_Psi_Monitor(std::string_view limits_line, DIFFRACTION_PATTERN_TYPE& pattern);
+
 // Removes a trailing run of blanks and one leading colon with blanks ("TITLE: x").
 std::string Keyword_Value(std::string_view rest);
 

@@ -69,20 +69,16 @@ int run_convert(const std::vector<std::string>& args, std::ostream& out, std::os
             << mode_list() << ")\n";
         return 1;
     }
+    // Every bank, scan or data block of the file, as the window reads it.
     std::vector<hxl::DIFFRACTION_PATTERN_TYPE> set;
-    int count = 0;
-    if (row == hxl::kRowIsis) {
-        set.resize(100);
-        hxl::Read_Pattern_Set(in, set, count, std::string(hxl::Format_Row(row).mode));
-    } else {
-        set.resize(1);
-        hxl::Read_Pattern(in, set[0], std::string(hxl::Format_Row(row).mode));
-        count = 1;
-    }
+    int left_out = 0;
+    hxl::Read_Pattern_Blocks(in, std::string(hxl::Format_Row(row).mode), set, 2000, left_out);
     if (hxl::ERR_Pattern) {
         err << "ERROR in file: " << in << hxl::ERR_Pattern_Mess << "\n";
         return 1;
     }
+    if (left_out > 0) err << in << ": " << left_out << " block(s) of the file were left out\n";
+    const int count = static_cast<int>(set.size());
     int status = 0;
     for (int k = 0; k < count; ++k) {
         const auto& p = set[static_cast<std::size_t>(k)];
@@ -110,7 +106,7 @@ const bool registered = Register_Batch_Verb(
     {"convert", "convert IN OUT [--format MODE]",
      "      reads IN (format by extension, else MODE) and writes OUT as a free-format\n"
      "      .dat file (resampled to a constant step) or an XY .xys file (x, y, sigma);\n"
-     "      a file of several banks gives OUT_1, OUT_2, ...",
+     "      a file of several banks, scans or blocks gives OUT_1, OUT_2, ...",
      run_convert});
 
 }  // namespace

@@ -1,5 +1,7 @@
 // zendrite-batch info: loads files into the store as the window does and
 // reports each slot.
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <string>
 
@@ -47,7 +49,11 @@ void report(int slot, std::ostream& out, bool points) {
         << "  tsamp    " << g(p.tsamp) << "\n";
     if (!points) return;
     out << "  points (x y sigma)\n";
-    for (int i = 1; i <= p.npts; ++i) out << "  " << g(p.x(i)) << " " << g(p.y(i)) << " " << g(p.sigma(i)) << "\n";
+    // The record holds variances while sig_var is set; the column is headed sigma.
+    for (int i = 1; i <= p.npts; ++i) {
+        const float s = p.sig_var ? std::sqrt(std::max(p.sigma(i), 0.0f)) : p.sigma(i);
+        out << "  " << g(p.x(i)) << " " << g(p.y(i)) << " " << g(s) << "\n";
+    }
 }
 
 int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -91,6 +97,7 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
         }
         LOAD_RESULT r = Load_Data_File(f, row);
         for (const auto& m : r.messages) err << m << "\n";
+        if (r.left_out > 0) err << f << ": " << r.left_out << " block(s) of the file were left out\n";
         if (r.slots.empty()) status = 1;
         for (int slot : r.slots) report(slot, out, points);
         if (r.limit_reached) break;

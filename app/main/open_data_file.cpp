@@ -77,11 +77,17 @@ void Open_Data_File(const std::string& name, bool& error, std::string& message) 
         message = "Cancelled";
         return;
     }
+    int left_out = 0;
     for (const std::string& f : files) {
         const LOAD_RESULT r = Load_Data_File(f, row);
         for (const std::string& m : r.messages) Show_Message(m);
+        left_out += r.left_out;
         if (r.limit_reached) break;
     }
+    // Blocks that were not read are said, never dropped without a word.
+    if (left_out > 0)
+        WindowOutStatusBar(2, std::to_string(left_out) + (left_out == 1 ? " block" : " blocks") +
+                                  " of the file could not be read as profiles and were left out");
     Show_Recent_Files();
 }
 

@@ -44,9 +44,9 @@ TEST(BatchInfo, ErrorsAndHelp) {
     EXPECT_EQ(run({"--help"}, out, err), 0);
     EXPECT_NE(out.find("zendrite-batch info FILE..."), std::string::npos);
 
-    // --points lists x, y and the variance.
+    // --points lists x, y and sigma: the square root of the variance the record holds.
     ASSERT_EQ(run({"info", std::string(ZD_TEST_DATA) + "/patterns/PSI_DMC.dat", "--format", "FreeFormat", "--points"},
                   out, err), 0);
-    EXPECT_NE(out.find("\n  2.948 7444 7444\n"), std::string::npos);
+    EXPECT_NE(out.find("\n  2.948 7444 86.27862\n"), std::string::npos);
     zendrite::Reset_Store();
 }

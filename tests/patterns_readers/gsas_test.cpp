@@ -55,6 +55,11 @@ TEST(Gsas, BinTypesThatTheRecordKindRefuses) {
     EXPECT_EQ(ERR_Pattern_Mess, " => Only BINTYP=CONST is allowed for ESD data");
     Read_Text("a.gsa", "t\nBANK 1 3 1 SLOG 1 1 1 1 ALT\n 1 2 3\n", "GSAS");
     EXPECT_EQ(ERR_Pattern_Mess, " =>  Only BINTYP=RALF or CONST is allowed for ALT data");
+    // Time-of-flight bins read as centidegrees would be a hundred times too small.
+    Read_Text("t.gsa", "t\nBANK 1 2 2 RALF 32000 64 32000 0.001 ALT\n 1 2 3\n", "GSAS");
+    EXPECT_EQ(ERR_Pattern_Mess, " BANK 1 has time-of-flight bins (RALF): read it as GSAS (TOF)");
+    Read_Text("t.gsa", "t\nBANK 1 2 2 SLOG 5000 60000 0.001 0 FXYE\n 5000 1 1\n 5005 2 1\n", "GSAS");
+    EXPECT_EQ(ERR_Pattern_Mess, " BANK 1 has time-of-flight bins (SLOG): read it as GSAS (TOF)");
     Read_Text("b.gsa", "t\nBANK 1 30 3 CONST 1000 5 0 0 STD\n 1 2 3\n", "GSAS");
     EXPECT_EQ(ERR_Pattern_Mess, " Error in Intensity file, check your instr parameter!");
     // FXYE rows carry their own X, in centidegrees for constant wavelength.
@@ -72,8 +77,15 @@ TEST(Gsas, SetReaderGivesOneProfilePerBank) {
     ASSERT_FALSE(ERR_Pattern) << ERR_Pattern_Mess;
     ASSERT_EQ(count, 2);
     EXPECT_EQ(set[0].npts, 3);
-    EXPECT_FLOAT_EQ(set[0].xmin, 1000.0f);  // time of flight: no centidegrees
+    // A CONST bank holds centidegrees: read in 2theta, so that the pattern is
+    // plotted and converted right; the RALF bank stays time of flight.
+    EXPECT_FLOAT_EQ(set[0].xmin, 10.0f);
+    EXPECT_FLOAT_EQ(set[0].xmax, 10.1f);
+    EXPECT_EQ(Trim(set[0].scat_var), "2theta");
+    EXPECT_EQ(Trim(set[0].xax_text), "2theta(degrees)");
     EXPECT_EQ(set[1].npts, 4);
+    EXPECT_FLOAT_EQ(set[1].xmin, 1000.0f);  // 32000 / 32 microseconds
+    EXPECT_EQ(Trim(set[1].scat_var), "TOF");
     EXPECT_EQ(Trim_Right(set[1].instr), " 14  - ISIS");
     EXPECT_EQ(Trim(set[1].xax_text), "TOF (micro-seconds)");
     EXPECT_EQ(Trim(set[1].filename), "two.gss");
