@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/main/script.h"
+#include "app/main/render_check.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
 
@@ -33,9 +34,12 @@ int main(int argc, char** argv) {
         Run_Script_Source();
     }
     if (!render.empty()) {
-        // The format of a file the extension does not settle is the dialog's preset.
-        WQueueDialogAnswer("Format of the data file", {"press", kIdOk, 0, 0, ""});
-        WSetEventSource([render](WIN_MESSAGE& m) {
+        // A picture of the title screen in place of the file is no answer: a
+        // file that needs the format dialog, or that could not be read, ends
+        // the run with status 1 and the reason (the message boxes are printed).
+        const std::string file = args.empty() ? std::string() : args[0];
+        WSetEventSource([render, file](WIN_MESSAGE& m) {
+            if (!file.empty() && !Render_File_Loaded(file)) std::exit(1);
             if (!WPictureSave(kRootWindow, render)) {
                 std::cerr << "Unable to write " << render << "\n";
                 std::exit(1);

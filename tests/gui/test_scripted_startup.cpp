@@ -1,5 +1,6 @@
 // End-to-end: the real program driven by scripts, each run with a home directory of its own.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -242,4 +243,30 @@ TEST_F(Scripted, ProfileFileOnTheCommandLineAndBufferFiles) {
     EXPECT_NE(d2.find("nperfiles 2"), std::string::npos) << r.out << d2;
     EXPECT_NE(d2.find("slot 2\n  prf_name b.dat"), std::string::npos);
     EXPECT_NE(r.out.find("MESSAGE File doesn't exist | File doesn't exist..."), std::string::npos) << r.out;
+}
+
+// --render writes a picture only of what it could read; otherwise it ends with status 1 and says why.
+TEST_F(Scripted, RenderRefusesWhatItCannotDraw) {
+    auto render = [&](const std::string& file) {
+        const std::string h = home.string();
+        const std::string cmd = "cd '" + h + "' && HOME='" + h + "' QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN
+                                "' --render '" + h + "/r.png' '" + file + "' > '" + h + "/out.txt' 2> '" + h +
+                                "/err.txt'";
+        status = std::system(cmd.c_str());
+        err = read(home / "err.txt");
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    };
+    // A ".dat" file needs the format dialog, which a picture run cannot answer.
+    fs::copy_file(kData + "PSI_DMC.dat", home / "run.dat");
+    EXPECT_EQ(render(at("run.dat")), 1);
+    EXPECT_NE(err.find("its extension does not tell its format"), std::string::npos) << err;
+    EXPECT_FALSE(fs::exists(home / "r.png"));
+    // Binary bytes under a pattern extension.
+    std::ofstream(home / "noise.xy", std::ios::binary) << std::string("\x01\x02\xff\xfe\x00\x10", 6);
+    EXPECT_EQ(render(at("noise.xy")), 1);
+    EXPECT_NE(err.find("it could not be read"), std::string::npos) << err;
+    // A readable file still gives its picture and status 0.
+    fs::copy_file(kData + "PSI_DMC.dat", home / "run.sim");
+    EXPECT_EQ(render(at("run.sim")), 0) << err;
+    EXPECT_GT(png_width(home / "r.png"), 0);
 }
