@@ -128,8 +128,8 @@ void Zendrite_Start(const std::vector<std::string>& args) {
                 first_prf = false;
                 Open_Prf_Command(c.cmd_file);
                 Plot_ReMake();
-            } else if (ext != "prf" && ext != "xrf") {
-                // Any pattern file: the extension or the format dialog settles the format.
+            } else if (ext == "dat" || ext == "xys" || ext == "xy" || ext == "uxd" || ext == "xrdml" || ext == "csv" ||
+                       ext == "xye" || ext == "udf" || ext == "gss" || ext == "sub" || ext == "sim") {
                 Open_Data_File(c.cmd_file, error, message);
                 if (error) Show_Message(message);
                 Plot_ReMake();

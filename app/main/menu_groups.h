@@ -1,0 +1,37 @@
+#pragma once
+// The routines of the root menu, one declaration per item family, grouped by
+// the file that holds them. Each takes the item it was chosen by.
+
+namespace zendrite {
+
+// file_menu.cpp
+void File_Open_Data(int item);
+void File_Open_Prf(int item);
+void File_Open_Buffer(int item);
+void File_Result_Command(int item);  // raw files, numors, saves
+void File_Reset(int item);
+void File_Recent(int item);
+void File_Exit(int item);
+
+// view_menu.cpp
+void View_Window_Limits(int item);
+void View_Focus(int item);
+void View_Target(int item);
+void View_Zoom_Mode(int item);
+void View_Multi(int item);
+
+// profile_menu.cpp
+void Profile_Copy(int item);
+void Profile_Quick_View(int item);
+void Profile_Focus(int item);
+void Profile_Graph_Show(int item);
+void Profile_Sorting(int item);
+void Profile_Delete(int item);
+void Profile_Playing(int item);
+void Profile_Calculation_Mode(int item);
+
+// help_menu.cpp
+void Options_Preferences(int item);
+void Help_About(int item);
+
+}  // namespace zendrite

@@ -1,0 +1,84 @@
+// Item -> routine for the root menu. A new command adds its routine in the
+// file of its menu group and one line here.
+#include "app/main/menu_table.h"
+
+#include <algorithm>
+
+#include "app/main/menu_groups.h"
+
+namespace zendrite {
+
+const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
+    static const std::vector<MENU_COMMAND_TYPE> table = [] {
+        std::vector<MENU_COMMAND_TYPE> t = {
+            // File
+            {40014, File_Open_Data},
+            {40016, File_Open_Prf},
+            {40015, File_Open_Buffer},
+            {40157, File_Result_Command},
+            {40212, File_Result_Command},
+            {40210, File_Result_Command},
+            {40208, File_Result_Command},
+            {40209, File_Result_Command},
+            {40009, File_Result_Command},
+            {40019, File_Reset},
+            {40038, File_Recent},
+            {40067, File_Recent},
+            {40068, File_Recent},
+            {40069, File_Recent},
+            {40070, File_Recent},
+            {40005, File_Exit},
+            // Options, Help
+            {40033, Options_Preferences},
+            {40018, Help_About},
+            // Window limits, focus, target, zoom, multi-plots
+            {40021, View_Focus},
+            {40111, View_Target},
+            {40106, View_Window_Limits},
+            {40109, View_Window_Limits},
+            {40116, View_Window_Limits},
+            {40133, View_Window_Limits},
+            {40118, View_Window_Limits},
+            {40119, View_Window_Limits},
+            {40136, View_Window_Limits},
+            {40137, View_Window_Limits},
+            {40105, View_Zoom_Mode},
+            {40113, View_Zoom_Mode},
+            {40027, View_Multi},
+            {40226, View_Multi},
+            // Profiles
+            {40102, Profile_Copy},
+            {40030, Profile_Quick_View},
+            {40036, Profile_Focus},
+            {40023, Profile_Graph_Show},
+            {40025, Profile_Sorting},
+            {40037, Profile_Delete},
+            {40158, Profile_Playing},
+            // Calculation modes
+            {40095, Profile_Calculation_Mode},
+            {40099, Profile_Calculation_Mode},
+            {40096, Profile_Calculation_Mode},
+            {40097, Profile_Calculation_Mode},
+            {40147, Profile_Calculation_Mode},
+            {40093, Profile_Calculation_Mode},
+            {40094, Profile_Calculation_Mode},
+            {40138, Profile_Calculation_Mode},
+            {40139, Profile_Calculation_Mode},
+            {40148, Profile_Calculation_Mode},
+            {40144, Profile_Calculation_Mode},
+            {40145, Profile_Calculation_Mode},
+            {40110, Profile_Calculation_Mode},
+        };
+        std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
+        return t;
+    }();
+    return table;
+}
+
+MENU_ROUTINE Menu_Routine(int item) {
+    const auto& t = Menu_Table();
+    auto it = std::lower_bound(t.begin(), t.end(), item, [](const MENU_COMMAND_TYPE& c, int i) { return c.item < i; });
+    return it != t.end() && it->item == item ? it->routine : nullptr;
+}
+
+}  // namespace zendrite
