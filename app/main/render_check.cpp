@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "app/main/zendrite_app.h"
 #include "app/store/zendrite_param_global.h"
 #include "patterns/format_table.h"
 #include "support/fixed_text.h"
@@ -18,6 +19,10 @@ bool Render_File_Loaded(const std::string& file) {
         std::cerr << "the file doesn't exist\n";
     else if (ext == ".PRF" || ext == ".XRF")
         std::cerr << "the profile file could not be read (see the messages above)\n";
+    else if (!std::filesystem::is_directory(file, ec) && !ext.empty() &&
+             !Command_Line_Data_Extension(hxl::Lower(hxl::Trim(ext.substr(1)))))
+        std::cerr << "the command line opens only .dat .xys .xy .xye .uxd .xrdml .csv .udf .gss .sub .sim, "
+                     ".prf and .xrf files\n";
     else if (hxl::Format_Row_From_Extension(ext) == 0 && !std::filesystem::is_directory(file, ec))
         std::cerr << "its extension does not tell its format; open it in the window, where the dialog "
                      "\"Format of the data file\" asks for it\n";

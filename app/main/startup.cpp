@@ -128,14 +128,18 @@ void Zendrite_Start(const std::vector<std::string>& args) {
                 first_prf = false;
                 Open_Prf_Command(c.cmd_file);
                 Plot_ReMake();
-            } else if (ext == "dat" || ext == "xys" || ext == "xy" || ext == "uxd" || ext == "xrdml" || ext == "csv" ||
-                       ext == "xye" || ext == "udf" || ext == "gss" || ext == "sub" || ext == "sim") {
+            } else if (Command_Line_Data_Extension(ext)) {
                 Open_Data_File(c.cmd_file, error, message);
                 if (error) Show_Message(message);
                 Plot_ReMake();
             }
         }
     }
+}
+
+bool Command_Line_Data_Extension(const std::string& ext) {
+    return ext == "dat" || ext == "xys" || ext == "xy" || ext == "uxd" || ext == "xrdml" || ext == "csv" || ext == "xye" ||
+           ext == "udf" || ext == "gss" || ext == "sub" || ext == "sim";
 }
 
 void Main_Loop() {

@@ -8,6 +8,8 @@ namespace zendrite {
 // Start-up in its fixed order; `args` are the command-line arguments after the program name.
 void Zendrite_Start(const std::vector<std::string>& args);
 [[noreturn]] void Main_Loop();
+// The extensions (lower case, without the dot) of the data files the command line opens.
+bool Command_Line_Data_Extension(const std::string& ext);
 [[noreturn]] void Shutdown();
 void ihand_winroot(int type, const struct WIN_MESSAGE& message);
 
