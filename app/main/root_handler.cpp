@@ -72,6 +72,10 @@ void menu(int item) {
         if (error && message != "Cancelled") Show_Message(message);
         Plot_ReMake();
         return;
+    case kOpenFolderItem:
+        Open_Folder_Command("");
+        Plot_ReMake();
+        return;
     case 40016:
         Open_Prf_Command("");
         Plot_ReMake();
@@ -198,6 +202,12 @@ void ihand_winroot(int type, const WIN_MESSAGE& message) {
         break;
     case Expose: Root_Repaint(); break;
     case Resize: Plot_Again(); break;
+    case FilesDropped:
+        // Loading is refused in the calculation modes, as the File menu greys its items there.
+        if (WMenuGetState(40014, 1) == 0) break;
+        Open_Dropped(message.paths);
+        Plot_ReMake();
+        break;
     case CloseRequest: Shutdown();
     default: break;
     }

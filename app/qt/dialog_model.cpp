@@ -286,7 +286,10 @@ void WDialogPutTrackbar(int field, int value) {
 void WDialogGetTrackbar(int field, int& value) {
     if (FIELD_STATE* f = live_field(field)) value = f->ivalue;
 }
-void WDialogPutProgressBar(int field, int value) { WDialogPutTrackbar(field, value); }
+void WDialogPutProgressBar(int field, int value) {
+    WDialogPutTrackbar(field, value);
+    if (DIALOG_STATE* d = Current_Dialog(); d && L().unattended) Apply_Progress_Answers(*d, value);
+}
 void WDialogRangeProgressBar(int field, int low, int high) { WDialogRangeInteger(field, low, high); }
 void WDialogRangeInteger(int field, int low, int high) {
     if (FIELD_STATE* f = live_field(field)) {
