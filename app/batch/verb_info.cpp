@@ -112,7 +112,7 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
 }
 
 const bool registered = Register_Batch_Verb(
-    {"info", "info FILE|FOLDER... [--format MODE] [--points]",
+    {"info", "info FILE... [--format MODE] [--points]",
      "      loads each file as the window does (format by extension, else MODE;\n"
      "      a folder: its pattern files in natural order)\n"
      "      and prints, for each slot, its file, format, texts, limits and wavelengths;\n"
