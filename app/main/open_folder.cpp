@@ -70,6 +70,7 @@ void Open_Folder_Command(const std::string& name) {
     WDialogPutString(kCountField, "Reading the folder " + dir);
     WDialogShow(-1, -1, 0, Modeless);
     std::vector<WIN_MESSAGE> later;
+    (void)cancel_pressed(id, later);  // paints the dialog before the first file
     using clock = std::chrono::steady_clock;
     auto shown = clock::now() - std::chrono::seconds(1);
     const FOLDER_LOAD_RESULT r = Load_Folder(dir, [&](int done, int total, const std::string& file) {

@@ -153,7 +153,8 @@ void WDialogUnload() {
     LAYER& l = L();
     auto it = l.dialogs.find(l.selected_dialog);
     if (it == l.dialogs.end()) return;
-    if (it->second->widget) it->second->widget->deleteLater();
+    // Hidden at once: the deferred delete waits for an event loop level the program may not return to.
+    if (it->second->widget) it->second->widget->hide(), it->second->widget->deleteLater();
     const int id = it->first;
     l.dialogs.erase(it);
     std::erase_if(l.fifo, [id](const WIN_MESSAGE& m) { return m.win == id; });
