@@ -25,3 +25,9 @@ endif()
 add_executable(zendrite ${CMAKE_CURRENT_SOURCE_DIR}/main/main.cpp)
 target_link_libraries(zendrite PRIVATE zd_app zd_warnings)
 set_target_properties(zendrite PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/app)
+
+# The program, its menu entry and the file types it opens (`cmake --install`).
+install(TARGETS zendrite RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/desktop/zendrite.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/desktop/zendrite-mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages
+        RENAME zendrite.xml)

@@ -17,6 +17,8 @@ inline constexpr int MenuSelect = 2, PushButton = 3, MouseButDown = 4, MouseButU
 // Wheel: value1 the steps (positive away from the user), gx, gy where the mouse is.
 // Key: value1 one of the key codes below; other keys are not reported.
 inline constexpr int MouseWheel = 10, KeyDown = 11;
+// Files or folders dropped on a window: `paths` holds their full names, in the order given.
+inline constexpr int FilesDropped = 12;
 inline constexpr int kKeyHome = 1;
 // The arrows and the page keys, for windows that step through a list.
 inline constexpr int kKeyUp = 2, kKeyDown = 3, kKeyLeft = 4, kKeyRight = 5, kKeyPageUp = 6, kKeyPageDown = 7;
@@ -30,6 +32,7 @@ struct WIN_MESSAGE {
     float gx = 0, gy = 0;  // mouse position in page units (Y up)
     float x = 0, y = 0;    // the same in data units of the last graph frame
     int width = 0, height = 0;  // new size at Resize
+    std::vector<std::string> paths;  // FilesDropped
 };
 
 // Waits for the next event: a pending one is returned first.
@@ -78,6 +81,8 @@ void WMenu(int id);
 void WMenuSetState(int item, int kind, int value);  // kind 1: 1 enables, 0 greys; kind 2: 1 checks
 int WMenuGetState(int item, int kind);
 void WMenuSetString(int item, const std::string& text);
+// The keys that choose an item, as "Ctrl+Shift+O"; may come before the menu bar is built.
+void WMenuSetShortcut(int item, const std::string& keys);
 std::string WMenuGetString(int item);
 bool WMenuHasItem(int item);
 
@@ -326,6 +331,9 @@ bool WUnattended();
 void WSetEventSource(std::function<bool(WIN_MESSAGE&)> source);
 void WQueueFiles(const std::vector<std::string>& files);  // empty: Cancel
 void WQueueAnswer(int button);
+// The button `button` of the modeless dialog `key` is pressed (a PushButton event is queued)
+// once one of its progress bars has been set to `value` or beyond.
+void WQueueProgressAnswer(const std::string& key, int value, int button);
 struct DIALOG_ANSWER {
     std::string op;   // "set", "check", "grid", "radio", "press"
     int field = 0;

@@ -7,6 +7,7 @@ packages=(
   libeigen3-dev libcminpack-dev libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev
   xvfb xauth python3 python3-gemmi libxy-bin libxy-dev gzip p7zip-full
+  desktop-file-utils libxml2-utils
 )
 missing=()
 for p in "${packages[@]}"; do

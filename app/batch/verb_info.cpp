@@ -7,9 +7,11 @@
 
 #include "app/batch/batch_verbs.h"
 #include "app/store/add_profile.h"
+#include "app/store/load_folder.h"
 #include "app/store/zendrite_param_global.h"
 #include "patterns/format_table.h"
 #include "support/fixed_text.h"
+#include "support/folder_files.h"
 
 namespace zendrite {
 namespace {
@@ -72,6 +74,17 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
         } else if (hxl::Starts_With(args[i], "--")) {
             err << "zendrite-batch info: unknown option " << args[i] << "\n";
             return 2;
+        } else if (hxl::Is_Folder(args[i])) {
+            // A folder stands for its pattern files, in natural order, as the window loads it.
+            std::vector<std::string> found, skipped;
+            std::vector<int> rows;
+            std::string why;
+            if (!Folder_Pattern_Files(args[i], found, rows, skipped, why)) {
+                err << why << "\n";
+                return 1;
+            }
+            for (const auto& f : skipped) err << f << ": format not known, skipped\n";
+            files.insert(files.end(), found.begin(), found.end());
         } else {
             files.push_back(args[i]);
         }
@@ -107,7 +120,8 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
 
 const bool registered = Register_Batch_Verb(
     {"info", "info FILE... [--format MODE] [--points]",
-     "      loads each file as the window does (format by extension, else MODE)\n"
+     "      loads each file as the window does (format by extension, else MODE;\n"
+     "      a folder: its pattern files in natural order)\n"
      "      and prints, for each slot, its file, format, texts, limits and wavelengths;\n"
      "      --points adds the points (x y sigma)",
      run_info});

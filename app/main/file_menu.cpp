@@ -16,6 +16,11 @@ void File_Open_Data(int) {
     Plot_ReMake();
 }
 
+void File_Open_Folder(int) {
+    Open_Folder_Command("");
+    Plot_ReMake();
+}
+
 void File_Open_Prf(int) {
     Open_Prf_Command("");
     Plot_ReMake();

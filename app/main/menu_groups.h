@@ -6,6 +6,7 @@ namespace zendrite {
 
 // file_menu.cpp
 void File_Open_Data(int item);
+void File_Open_Folder(int item);
 void File_Open_Prf(int item);
 void File_Open_Buffer(int item);
 void File_Result_Command(int item);  // raw files, numors, saves

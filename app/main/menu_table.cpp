@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/main/menu_groups.h"
+#include "app/main/root_menu.h"
 
 namespace zendrite {
 
@@ -13,6 +14,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
         std::vector<MENU_COMMAND_TYPE> t = {
             // File
             {40014, File_Open_Data},
+            {kOpenFolderItem, File_Open_Folder},
             {40016, File_Open_Prf},
             {40015, File_Open_Buffer},
             {40157, File_Result_Command},

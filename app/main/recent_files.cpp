@@ -1,4 +1,4 @@
-// The list of the five most recent files: file, menu items, reopening.
+// The list of the five most recent files and folders: file, menu items, reopening.
 #include <fstream>
 
 #include "app/main/configuration.h"
@@ -50,6 +50,12 @@ void Show_Recent_Files() {
 
 void Open_Recent(const std::string& name) {
     const std::string n = hxl::Trim(name);
+    // A folder entry ends in a separator; an older list holds files only, and reads as before.
+    if (!n.empty() && (n.back() == '/' || n.back() == '\\')) {
+        Open_Folder_Command(n);
+        Plot_ReMake();
+        return;
+    }
     const std::size_t dot = n.find_last_of('.');
     const std::size_t sep = n.find_last_of("/\\");
     if (dot == std::string::npos || (sep != std::string::npos && dot < sep)) {

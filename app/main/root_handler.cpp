@@ -51,6 +51,12 @@ void ihand_winroot(int type, const WIN_MESSAGE& message) {
         break;
     case Expose: Root_Repaint(); break;
     case Resize: Plot_Again(); break;
+    case FilesDropped:
+        // Loading is refused in the calculation modes, as the File menu greys its items there.
+        if (WMenuGetState(40014, 1) == 0) break;
+        Open_Dropped(message.paths);
+        Plot_ReMake();
+        break;
     case CloseRequest: Shutdown();
     default: break;
     }

@@ -12,10 +12,12 @@ MENU_ENTRY sep() { return {MenuSeparator, 0, ""}; }
 MENU_ENTRY it(int item, const char* label) { return {MenuItem, item, label}; }
 MENU_ENTRY ck(int item, const char* label) { return {MenuItem, item, label, true}; }
 
+
 const std::vector<MENU_ENTRY>& entries() {
     static const std::vector<MENU_ENTRY> e = {
         pop("File"),
-        it(40014, "Open Pattern file (*.dat)"), it(40016, "Open Rietveld/Profile file (*.prf)"),
+        it(40014, "Open Pattern file (*.dat)"), it(kOpenFolderItem, "Open folder of patterns..."),
+        it(40016, "Open Rietveld/Profile file (*.prf)"),
         it(40015, "Open Buffer file (*.buf)"), it(40157, "Open Raw Data file (SLR: KG3, KG2)"),
         pop("Numors"), it(40212, "Open Numor File (NRF)"), it(40211, "NRF Instruments + Numors (Pellan)"),
         it(40210, "View Header Numor..."), end(),
@@ -100,7 +102,10 @@ const std::vector<MENU_ENTRY>& entries() {
 
 }  // namespace
 
-void Define_Root_Menu() { WMenuDefine(kRootMenu, entries()); }
+void Define_Root_Menu() {
+    WMenuDefine(kRootMenu, entries());
+    WMenuSetShortcut(kOpenFolderItem, "Ctrl+Shift+O");
+}
 
 void Show_Root_Toolbar() {
     WMenuToolbar(kRootMenu, {
@@ -177,7 +182,7 @@ void Calculation_Mode_Menus(int mode) {
     case 3: WMenuSetState(40120, 2, 1), on({40139, 40159, 40148, 40144, 40145, 40002}); break;
     default: break;
     }
-    static const int files[] = {40014, 40016, 40015, 40157, 40009, 40122, 40044, 40021, 40141, 40149, 40124, 40115,
+    static const int files[] = {40014, kOpenFolderItem, 40016, 40015, 40157, 40009, 40122, 40044, 40021, 40141, 40149, 40124, 40115,
                                 40113, 40026, 40102, 40027, 40226, 40028, 40031, 40227, 40022, 40023, 40025, 40037,
                                 40110, 40151, 40034, 40158, 40006, 40100, 40101, 40162, 40123, 40163, 40035, 40020};
     for (int i : files) WMenuSetState(i, 1, mode == 0 ? 1 : 0);

@@ -1,5 +1,6 @@
 #include "app/main/script.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 
@@ -200,6 +201,21 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
     } else if (cmd == "reflections" && w.size() == 2) {
         if (!Write_File_Replace(w[1], Reflections_Under_Mouse())) bad(line, "cannot write");
         return false;
+    } else if (cmd == "drop" && w.size() >= 2) {
+        m = WIN_MESSAGE{};
+        m.type = FilesDropped;
+        for (std::size_t i = 1; i < w.size(); ++i) {
+            std::error_code ec;
+            const std::filesystem::path p = std::filesystem::absolute(w[i], ec);
+            m.paths.push_back(ec ? w[i] : p.string());
+        }
+        return true;
+    } else if (cmd == "progress" && w.size() == 4) {
+        const int value = to_int(w[2], ok), button = to_int(w[3], ok);
+        if (ok) {
+            WQueueProgressAnswer(w[1], value, button);
+            return false;
+        }
     } else if (cmd == "quit" && w.size() == 1) {
         m = WIN_MESSAGE{};
         m.type = MenuSelect;
@@ -247,7 +263,9 @@ void Run_Script_Source() {
     // Answer lines before the first action answer the questions of start-up.
     while (next_line < lines.size()) {
         const std::vector<std::string> w = Script_Words(lines[next_line]);
-        if (!w.empty() && w[0] != "files" && w[0] != "dir" && w[0] != "answer" && w[0] != "dialog") break;
+        if (!w.empty() && w[0] != "files" && w[0] != "dir" && w[0] != "answer" && w[0] != "dialog" &&
+            w[0] != "progress")
+            break;
         WIN_MESSAGE unused;
         step(lines[next_line++], unused);
     }

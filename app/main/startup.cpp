@@ -10,6 +10,7 @@
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
 #include "support/fixed_text.h"
+#include "support/folder_files.h"
 
 namespace zendrite {
 
@@ -118,7 +119,10 @@ void Zendrite_Start(const std::vector<std::string>& args) {
     if (!hxl::Is_Blank(c.cmd_file)) {
         IOsDirChange(c.start_dir);
         const std::size_t dot = c.cmd_file.find_last_of('.');
-        if (dot == std::string::npos) {
+        if (hxl::Is_Folder(c.cmd_file)) {
+            Open_Folder_Command(c.cmd_file);
+            Plot_ReMake();
+        } else if (dot == std::string::npos) {
             WMessageBox(OkOnly, ExclamationIcon, 1, "ERROR: Unkown Data File format", "Zendrite-2006");
         } else {
             const std::string ext = hxl::Lower(hxl::Trim(c.cmd_file.substr(dot + 1, 6)));

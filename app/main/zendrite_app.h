@@ -22,6 +22,12 @@ void Open_Recent(const std::string& name);
 void Show_Message(const std::string& message, const std::string& title = "Zendrite-2006");
 // Opens data files: `name` blank asks the selector; otherwise the file given.
 void Open_Data_File(const std::string& name, bool& error, std::string& message);
+// Every pattern file of a folder, in natural order, with a progress dialog; `name` blank
+// asks with the folder selector. Messages are shown.
+void Open_Folder_Command(const std::string& name);
+// Files and folders dropped on the window: folders as above, ".prf"/".xrf" and ".buf"
+// by their own loaders, other files as Open_Data_File.
+void Open_Dropped(const std::vector<std::string>& paths);
 // The dialog "Format of the data file": the row chosen (1..15), 0 at Cancel; the choice is the next preset.
 int Format_Dialog_Row();
 // Rietveld profile files and buffer files; `name` blank asks the selector. Messages are shown.

@@ -153,7 +153,8 @@ void WDialogUnload() {
     LAYER& l = L();
     auto it = l.dialogs.find(l.selected_dialog);
     if (it == l.dialogs.end()) return;
-    if (it->second->widget) it->second->widget->deleteLater();
+    // Hidden at once: the deferred delete waits for an event loop level the program may not return to.
+    if (it->second->widget) it->second->widget->hide(), it->second->widget->deleteLater();
     const int id = it->first;
     l.dialogs.erase(it);
     std::erase_if(l.fifo, [id](const WIN_MESSAGE& m) { return m.win == id; });
@@ -286,7 +287,10 @@ void WDialogPutTrackbar(int field, int value) {
 void WDialogGetTrackbar(int field, int& value) {
     if (FIELD_STATE* f = live_field(field)) value = f->ivalue;
 }
-void WDialogPutProgressBar(int field, int value) { WDialogPutTrackbar(field, value); }
+void WDialogPutProgressBar(int field, int value) {
+    WDialogPutTrackbar(field, value);
+    if (DIALOG_STATE* d = Current_Dialog(); d && L().unattended) Apply_Progress_Answers(*d, value);
+}
 void WDialogRangeProgressBar(int field, int low, int high) { WDialogRangeInteger(field, low, high); }
 void WDialogRangeInteger(int field, int low, int high) {
     if (FIELD_STATE* f = live_field(field)) {

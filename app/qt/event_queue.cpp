@@ -87,6 +87,9 @@ void WMessage(int& type, WIN_MESSAGE& message) {
 
 void WQueueFiles(const std::vector<std::string>& files) { L().file_answers.push_back(files); }
 void WQueueAnswer(int button) { L().box_answers.push_back(button); }
+void WQueueProgressAnswer(const std::string& key, int value, int button) {
+    L().progress_answers[key].emplace_back(value, button);
+}
 void WQueueDialogAnswer(const std::string& key, const DIALOG_ANSWER& answer) {
     L().dialog_answers[key].push_back(answer);
 }

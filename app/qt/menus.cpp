@@ -7,6 +7,7 @@
 #include <QStyle>
 #include <QToolBar>
 #include <QBoxLayout>
+#include <QKeySequence>
 
 #include "app/qt/present_state.h"
 
@@ -20,6 +21,7 @@ QAction* make_action(const MENU_ENTRY& e, QObject* parent) {
     auto* a = new QAction(Q(e.label), parent);
     a->setCheckable(e.checkable);
     const int item = e.item;
+    if (auto k = l.menu_shortcuts.find(item); k != l.menu_shortcuts.end()) a->setShortcut(QKeySequence(Q(k->second)));
     QObject::connect(a, &QAction::triggered, [item](bool) {
         WIN_MESSAGE m;
         m.type = MenuSelect;
@@ -120,6 +122,12 @@ void WMenuSetString(int item, const std::string& text) {
     LAYER& l = L();
     l.menu_labels[item] = text;
     if (auto it = l.actions.find(item); it != l.actions.end()) it->second->setText(Q(text));
+}
+
+void WMenuSetShortcut(int item, const std::string& keys) {
+    LAYER& l = L();
+    l.menu_shortcuts[item] = keys;
+    if (auto it = l.actions.find(item); it != l.actions.end()) it->second->setShortcut(QKeySequence(Q(keys)));
 }
 
 std::string WMenuGetString(int item) {

@@ -107,6 +107,7 @@ struct LAYER {
     std::map<int, QAction*> actions;
     std::map<int, std::string> menu_labels;
     std::map<int, bool> menu_enabled, menu_checked;
+    std::map<int, std::string> menu_shortcuts;
     QToolBar* toolbar = nullptr;
     std::map<int, DIALOG_TEMPLATE> templates;
     int next_titled = 9000;
@@ -116,6 +117,7 @@ struct LAYER {
     std::deque<std::vector<std::string>> file_answers;
     std::deque<int> box_answers;
     std::map<std::string, std::deque<DIALOG_ANSWER>> dialog_answers;
+    std::map<std::string, std::deque<std::pair<int, int>>> progress_answers;  // value, button
     std::map<int, QImage> bitmaps;
     int next_bitmap = 1;
     GR_STATE gr;
@@ -137,6 +139,8 @@ void Sync_From_Widgets(DIALOG_STATE& d);
 void Sync_To_Widgets(DIALOG_STATE& d);
 // Applies queued script answers; returns the button that ends the dialog, 0 when none was queued.
 int Apply_Dialog_Answers(DIALOG_STATE& d);
+// A progress bar of dialog `d` was set to `value`: queues the button a script asked for at that step.
+void Apply_Progress_Answers(const DIALOG_STATE& d, int value);
 // User units -> pixel of the target, as one affine map for long curves.
 struct PIXEL_MAP {
     double sx = 1, ox = 0, sy = 1, oy = 0;

@@ -53,5 +53,20 @@ int Apply_Dialog_Answers(DIALOG_STATE& d) {
     return button != 0 ? button : applied ? kIdOk : 0;
 }
 
+void Apply_Progress_Answers(const DIALOG_STATE& d, int value) {
+    LAYER& l = L();
+    for (const std::string& key : {std::to_string(d.tpl.id), d.tpl.title}) {
+        auto it = l.progress_answers.find(key);
+        if (it == l.progress_answers.end() || it->second.empty() || it->second.front().first > value) continue;
+        WIN_MESSAGE m;
+        m.type = PushButton;
+        m.win = d.tpl.id;
+        m.value1 = it->second.front().second;
+        it->second.pop_front();
+        WMessagePost(m);
+        return;
+    }
+}
+
 }  // namespace qt
 }  // namespace zendrite

@@ -1,6 +1,10 @@
 // The root window, child windows, the status bar and the cursor.
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
 #include <QLabel>
 #include <QMainWindow>
 #include <QPainter>
@@ -20,6 +24,21 @@ public:
     bool closing = false;
 
 protected:
+    // Local files and folders only; what they are is the program's to decide.
+    void dragEnterEvent(QDragEnterEvent* e) override {
+        if (e->mimeData()->hasUrls()) e->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* e) override {
+        WIN_MESSAGE m;
+        m.type = FilesDropped;
+        m.win = kRootWindow;
+        for (const QUrl& u : e->mimeData()->urls())
+            if (u.isLocalFile()) m.paths.push_back(S(u.toLocalFile()));
+        if (m.paths.empty()) return;
+        e->acceptProposedAction();
+        WMessagePost(m);
+    }
+
     void closeEvent(QCloseEvent* e) override {
         if (closing) {
             e->accept();
@@ -70,6 +89,7 @@ void Refresh_Window(int handle) {
 void WindowOpen(int /*flags*/, int menu, int width, int height, const std::string& title) {
     LAYER& l = L();
     auto* frame = new Root_Frame;
+    frame->setAcceptDrops(true);
     frame->setWindowTitle(Q(title));
     auto* canvas = new Canvas(kRootWindow, frame);
     frame->setCentralWidget(canvas);
