@@ -7,6 +7,7 @@
 #include "patterns/format_table.h"
 #include "patterns/pattern_checks.h"
 #include "patterns/pattern_readers.h"
+#include "patterns/read_pattern_library.h"
 #include "support/fixed_text.h"
 #include "support/text_unit.h"
 
@@ -156,7 +157,10 @@ void read_block(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const 
         }
         set_instr(p, kRowPanalytical, work);
     } else if (work == "LIBRARY") {
-        Set_Pattern_Error(" This format is not available yet");
+        std::vector<DIFFRACTION_PATTERN_TYPE> blocks;
+        int left_out = 0;
+        Read_Pattern_Library(name, blocks, 1, left_out);
+        if (!ERR_Pattern) p = std::move(blocks[0]);
     } else if (work == "TIMEVARIABLE") {
         Read_Pattern_TimeVariable(unit, p);
         fixed_kind(p, "xrays_cw", "2theta", "2theta(degrees)");
@@ -244,6 +248,15 @@ void Read_Pattern_Blocks(const std::string& filename, const std::string& mode,
         int count = 0;
         Read_Pattern_Set(filename, patterns, count, mode);
         patterns.resize(ERR_Pattern ? 0 : static_cast<std::size_t>(std::max(count, 0)));
+        return;
+    }
+    if (work == "LIBRARY") {
+        if (std::string why = not_a_file(Trim(filename)); !why.empty()) {
+            Set_Pattern_Error(why);
+            return;
+        }
+        Read_Pattern_Library(Trim(filename), patterns, max_patterns, left_out);
+        if (ERR_Pattern) patterns.clear();
         return;
     }
     patterns.resize(1);

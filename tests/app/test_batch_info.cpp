@@ -2,18 +2,12 @@
 
 #include <sstream>
 
-#include "app/batch/batch_verbs.h"
+#include "tests/app/batch_run.h"
 #include "app/store/zendrite_param_global.h"
-
-using zendrite::Batch_Main;
 
 namespace {
 int run(std::vector<std::string> args, std::string& out, std::string& err) {
-    std::ostringstream o, e;
-    int rc = Batch_Main(args, o, e);
-    out = o.str();
-    err = e.str();
-    return rc;
+    return zdtest::Run_Batch(std::move(args), out, err);
 }
 }  // namespace
 

@@ -41,6 +41,7 @@ TEST(RealFiles, AgreeWithXyconv) {
         int n = 0;
         double x1, xn, y[3];
         in >> file >> mode >> n >> x1 >> xn >> y[0] >> y[1] >> y[2] >> s[0] >> s[1] >> s[2];
+        if (mode == "LIBRARY") continue;  // one line per block: library_formats_test.cpp
         SCOPED_TRACE(file);
         DIFFRACTION_PATTERN_TYPE p = read(file, mode);
         if (ERR_Pattern) continue;
