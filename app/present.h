@@ -113,6 +113,7 @@ struct DIALOG_FIELD {
     int rows = 0;             // grid rows
     std::vector<GRID_COLUMN> columns;  // grid columns
     int low = 0, high = 100;  // slider, spin and progress ranges
+    bool wrap = false;        // label: its text wraps at the dialog's width
 };
 inline DIALOG_FIELD Fld(int id, FIELD_KIND kind, const std::string& label, int tab = 0) {
     DIALOG_FIELD f;
@@ -327,7 +328,7 @@ void WSetEventSource(std::function<bool(WIN_MESSAGE&)> source);
 void WQueueFiles(const std::vector<std::string>& files);  // empty: Cancel
 void WQueueAnswer(int button);
 struct DIALOG_ANSWER {
-    std::string op;   // "set", "check", "grid", "radio", "press"
+    std::string op;   // "set", "check", "grid", "radio", "press"; "show" and "picture" report the dialog
     int field = 0;
     int row = 0, col = 0;
     std::string value;
