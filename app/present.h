@@ -118,6 +118,7 @@ struct DIALOG_FIELD {
     int rows = 0;             // grid rows
     std::vector<GRID_COLUMN> columns;  // grid columns
     int low = 0, high = 100;  // slider, spin and progress ranges
+    bool wrap = false;        // label: its text wraps at the dialog's width
 };
 inline DIALOG_FIELD Fld(int id, FIELD_KIND kind, const std::string& label, int tab = 0) {
     DIALOG_FIELD f;
@@ -335,7 +336,7 @@ void WQueueAnswer(int button);
 // once one of its progress bars has been set to `value` or beyond.
 void WQueueProgressAnswer(const std::string& key, int value, int button);
 struct DIALOG_ANSWER {
-    std::string op;   // "set", "check", "grid", "radio", "press"
+    std::string op;   // "set", "check", "grid", "radio", "press"; "show" and "picture" report the dialog
     int field = 0;
     int row = 0, col = 0;
     std::string value;

@@ -6,6 +6,7 @@
 #include <xylib/xylib.h>
 
 #include <clocale>
+#include <mutex>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -235,6 +236,10 @@ bool block_pattern(const xylib::DataSet& set, int b, const std::string& format, 
 
 void read_dataset(const std::string& bytes, const std::string& filename, std::vector<DIFFRACTION_PATTERN_TYPE>& patterns,
                   int max_patterns, int& left_out) {
+    // Folders are read on worker threads; the library was not written for
+    // that, so one file at a time goes through it.
+    static std::mutex library_lock;
+    const std::lock_guard<std::mutex> hold(library_lock);
     const std::string format = library_format(bytes, filename);
     // The C table holds the library's FormatInfo records under their C base.
     const xylibFormat* found = format.empty() ? nullptr : xylib_get_format_by_name(format.c_str());

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "app/batch/batch_format.h"
 #include "app/batch/batch_verbs.h"
 #include "patterns/format_table.h"
 #include "patterns/pattern_writers.h"
@@ -11,12 +12,6 @@
 
 namespace zendrite {
 namespace {
-
-std::string mode_list() {
-    std::string s;
-    for (const auto& r : hxl::Format_Rows()) s += (s.empty() ? "" : ", ") + std::string(r.mode);
-    return s;
-}
 
 // "out.xys" with several banks becomes "out_1.xys", "out_2.xys", ...
 std::string numbered(const std::string& out, int k) {
@@ -37,7 +32,7 @@ int run_convert(const std::vector<std::string>& args, std::ostream& out, std::os
     for (std::size_t i = 0; i < args.size(); ++i) {
         if (args[i] == "--format") {
             if (i + 1 >= args.size()) {
-                err << "zendrite-batch convert: --format needs a mode (" << mode_list() << ")\n";
+                err << "zendrite-batch convert: --format needs a mode (" << Batch_Mode_List() << ")\n";
                 return 2;
             }
             mode = args[++i];
@@ -58,18 +53,10 @@ int run_convert(const std::vector<std::string>& args, std::ostream& out, std::os
         err << "zendrite-batch convert: the output file must end in .dat or .xys: " << files[1] << "\n";
         return 2;
     }
-    int row = 0;
-    if (!mode.empty() && (row = hxl::Format_Row_From_Mode(mode)) == 0) {
-        err << "zendrite-batch convert: unknown format " << mode << " (one of " << mode_list() << ")\n";
-        return 2;
-    }
-    if (row == 0) row = hxl::Format_Row_From_Extension(hxl::Upper_Extension(in));
-    if (row == 0) {
-        err << "ERROR in file: " << in << " the format of this extension is not known: give --format MODE ("
-            << mode_list() << ")\n";
-        return 1;
-    }
-    // Every bank, scan or data block of the file, as the window reads it.
+    BATCH_FORMAT format;
+    if (!mode.empty() && !Batch_Format_Option("convert", mode, format, err)) return 2;
+    const int row = Batch_Format_Row(in, format, err);
+    if (row == 0) return 1;
     std::vector<hxl::DIFFRACTION_PATTERN_TYPE> set;
     int left_out = 0;
     hxl::Read_Pattern_Blocks(in, std::string(hxl::Format_Row(row).mode), set, 2000, left_out);
@@ -103,8 +90,9 @@ int run_convert(const std::vector<std::string>& args, std::ostream& out, std::os
 }
 
 const bool registered = Register_Batch_Verb(
-    {"convert", "convert IN OUT [--format MODE]",
-     "      reads IN (format by extension, else MODE) and writes OUT as a free-format\n"
+    {"convert", "convert IN OUT [--format MODE|auto]",
+     "      reads IN (format MODE when given, it wins over the extension; guessed from\n"
+     "      the content with auto; else by extension) and writes OUT as a free-format\n"
      "      .dat file (resampled to a constant step) or an XY .xys file (x, y, sigma);\n"
      "      a file of several banks, scans or blocks gives OUT_1, OUT_2, ...",
      run_convert});

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <string>
 
+#include "app/batch/batch_format.h"
 #include "app/batch/batch_verbs.h"
 #include "app/store/add_profile.h"
 #include "app/store/load_folder.h"
@@ -20,12 +21,6 @@ std::string g(float v) {
     char buf[48];
     std::snprintf(buf, sizeof buf, "%.7g", static_cast<double>(v));
     return buf;
-}
-
-std::string mode_list() {
-    std::string s;
-    for (const auto& r : hxl::Format_Rows()) s += (s.empty() ? "" : ", ") + std::string(r.mode);
-    return s;
 }
 
 void report(int slot, std::ostream& out, bool points) {
@@ -65,7 +60,7 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
     for (std::size_t i = 0; i < args.size(); ++i) {
         if (args[i] == "--format") {
             if (i + 1 >= args.size()) {
-                err << "zendrite-batch info: --format needs a mode (" << mode_list() << ")\n";
+                err << "zendrite-batch info: --format needs a mode (" << Batch_Mode_List() << ")\n";
                 return 2;
             }
             mode = args[++i];
@@ -93,18 +88,12 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
         err << "zendrite-batch info: no file given\n";
         return 2;
     }
-    int forced = 0;
-    if (!mode.empty() && (forced = hxl::Format_Row_From_Mode(mode)) == 0) {
-        err << "zendrite-batch info: unknown format " << mode << " (one of " << mode_list() << ")\n";
-        return 2;
-    }
+    BATCH_FORMAT format;
+    if (!mode.empty() && !Batch_Format_Option("info", mode, format, err)) return 2;
     int status = 0;
     for (const auto& f : files) {
-        int row = hxl::Format_Row_From_Extension(hxl::Upper_Extension(f));
-        if (row == 0) row = forced;
+        const int row = Batch_Format_Row(f, format, err);
         if (row == 0) {
-            err << "ERROR in file: " << f << " the format of this extension is not known: give --format MODE ("
-                << mode_list() << ")\n";
             status = 1;
             continue;
         }
@@ -119,9 +108,10 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
 }
 
 const bool registered = Register_Batch_Verb(
-    {"info", "info FILE... [--format MODE] [--points]",
-     "      loads each file as the window does (format by extension, else MODE;\n"
-     "      a folder: its pattern files in natural order)\n"
+    {"info", "info FILE... [--format MODE|auto] [--points]",
+     "      loads each file as the window does; the format is MODE when given (it wins\n"
+     "      over the extension), guessed from the content with auto, else by extension;\n"
+     "      a folder stands for its pattern files in natural order;\n"
      "      and prints, for each slot, its file, format, texts, limits and wavelengths;\n"
      "      --points adds the points (x y sigma)",
      run_info});

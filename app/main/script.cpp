@@ -130,6 +130,17 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
             WQueueAnswer(a);
             return false;
         }
+    } else if (cmd == "dialog" && w.size() == 3 && w[2] == "show") {
+        DIALOG_ANSWER a;
+        a.op = "show";
+        WQueueDialogAnswer(w[1], a);
+        return false;
+    } else if (cmd == "dialog" && w.size() == 4 && w[2] == "picture") {
+        DIALOG_ANSWER a;
+        a.op = "picture";
+        a.value = w[3];
+        WQueueDialogAnswer(w[1], a);
+        return false;
     } else if (cmd == "dialog" && w.size() >= 4) {
         DIALOG_ANSWER a;
         a.op = w[2];

@@ -49,7 +49,15 @@ QWidget* make_field(DIALOG_STATE& d, FIELD_STATE& f, std::map<int, QButtonGroup*
     const DIALOG_FIELD& def = f.def;
     QWidget* w = nullptr;
     switch (def.kind) {
-    case FIELD_KIND::Label: w = new QLabel; break;
+    case FIELD_KIND::Label: {
+        auto* l = new QLabel;
+        if (def.wrap) {
+            l->setWordWrap(true);
+            l->setMinimumWidth(360);  // a long note grows in height, not in width
+        }
+        w = l;
+        break;
+    }
     case FIELD_KIND::Text:
     case FIELD_KIND::Real:
     case FIELD_KIND::Integer: w = new QLineEdit; break;

@@ -1,10 +1,51 @@
 // Queued answers of unattended runs, applied to a dialog when it is shown.
+#include <QPixmap>
 #include <iostream>
 
 #include "app/qt/present_state.h"
 
 namespace zendrite {
 using namespace qt;
+
+namespace {
+
+// The state a user would see, one line a field: the selected radio buttons,
+// check boxes, labels and texts, so that a script can check what was preset.
+void show_state(const DIALOG_STATE& d) {
+    const std::string who = d.tpl.id >= 9000 ? d.tpl.title : std::to_string(d.tpl.id);
+    for (const auto& def : d.tpl.fields) {
+        const auto it = d.fields.find(def.id);
+        if (it == d.fields.end()) continue;
+        const FIELD_STATE& f = it->second;
+        std::string line;
+        switch (def.kind) {
+        case FIELD_KIND::Radio:
+            if (f.ivalue) line = "radio " + std::to_string(def.id);
+            break;
+        case FIELD_KIND::CheckBox: line = "check " + std::to_string(def.id) + " " + std::to_string(f.ivalue); break;
+        case FIELD_KIND::Label: line = "label " + std::to_string(def.id) + " " + (f.text.empty() ? def.label : f.text); break;
+        case FIELD_KIND::Text:
+        case FIELD_KIND::Real:
+        case FIELD_KIND::Integer: line = "text " + std::to_string(def.id) + " " + f.text; break;
+        default: break;
+        }
+        if (!line.empty()) std::cout << "DIALOG " << who << " | " << line << "\n";
+    }
+}
+
+// The dialog's widgets built as for a user, laid out, and saved as a picture.
+bool save_picture(DIALOG_STATE& d, const std::string& file) {
+    Run_Dialog_Widgets(d, false);
+    if (!d.widget) return false;
+    d.widget->adjustSize();
+    const bool ok = d.widget->grab().save(Q(file), "PNG");
+    d.widget->hide();
+    d.widget->deleteLater();
+    d.widget = nullptr;  // the answers go on in the state, as before
+    return ok;
+}
+
+}  // namespace
 
 namespace qt {
 
@@ -27,6 +68,14 @@ int Apply_Dialog_Answers(DIALOG_STATE& d) {
         const DIALOG_ANSWER a = q->front();
         q->pop_front();
         applied = true;
+        if (a.op == "show") {
+            show_state(d);
+            continue;
+        }
+        if (a.op == "picture") {
+            if (!save_picture(d, a.value)) std::cout << "SCRIPT dialog " << d.tpl.id << " has no picture\n";
+            continue;
+        }
         FIELD_STATE* f = Field(a.field);
         if (!f && a.op != "press") {
             std::cout << "SCRIPT dialog " << d.tpl.id << " has no field " << a.field << "\n";

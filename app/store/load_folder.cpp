@@ -9,6 +9,7 @@
 
 #include "app/store/add_profile.h"
 #include "app/store/zendrite_param_global.h"
+#include "patterns/format_guess.h"
 #include "patterns/format_table.h"
 #include "support/fixed_text.h"
 #include "support/folder_files.h"
@@ -60,7 +61,10 @@ READ_FILE_RESULT read_one(const std::string& path, int row) {
 }  // namespace
 
 int Folder_File_Row(const std::string& path) {
-    return hxl::Format_Row_From_Extension(hxl::Upper_Extension(base_name(path)));
+    if (const int row = hxl::Format_Row_From_Extension(hxl::Upper_Extension(base_name(path)))) return row;
+    // No question per file in a folder: only a guess that no other layout fits is taken.
+    const hxl::FORMAT_GUESS_TYPE guess = hxl::Guess_Pattern_Format(path);
+    return guess.weak ? 0 : guess.row;
 }
 
 bool Folder_Pattern_Files(const std::string& dir, std::vector<std::string>& files, std::vector<int>& rows,
