@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "app/present.h"
+#include "app/store/x_space.h"
 #include "app/store/zendrite_param_global.h"
 #include "graphics/plot.h"
 #include "graphics/plot_settings.h"
@@ -109,6 +110,11 @@ void Compute_Plot_Limits() {
 }
 
 void Update_X_Space_Menus() {
+    if (X_Space_Hooks().menu_states) {  // the shell's states by space
+        Update_Mixed_Scat_Var();
+        X_Space_Hooks().menu_states();
+        return;
+    }
     ZENDRITE_STORE& g = zendrite_param_global();
     const int n = std::min(g.nperfiles, kMaxProfiles);
     g.mixed_scat_var = false;
