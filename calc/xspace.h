@@ -52,6 +52,15 @@ double D_From_Time(double x, double dtt1, double dtt2);
 // result is not a finite positive number, and x is then unchanged.
 bool Convert_X_Value(double& x, const std::vector<X_STEP>& steps, double c1, double c2);
 
+// The n points of `in` through the steps into `out`, step by step over the whole array, in
+// float arithmetic for the trigonometric steps (the points are floats). 0 when every point
+// converts, else the number (from 1) of the first that has no value.
+int Convert_X_Points(const float* in, float* out, int n, const std::vector<X_STEP>& steps, double c1, double c2);
+
+// Convert_Pattern_X with the points converted already into `x` (Convert_X_Points).
+void Finish_Pattern_X(DIFFRACTION_PATTERN_TYPE& pattern, PRF_INFO_ADD_TYPE& info, Array1<float>&& x,
+                      const std::vector<X_STEP>& steps, std::vector<std::string>& messages);
+
 // The first point or reflection that the steps can't convert, as a text
 // naming it; empty when the whole pattern converts.
 std::string Unconvertible_Point(const DIFFRACTION_PATTERN_TYPE& pattern, const PRF_INFO_ADD_TYPE& info,

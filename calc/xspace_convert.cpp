@@ -79,15 +79,50 @@ std::string Unconvertible_Point(const DIFFRACTION_PATTERN_TYPE& p, const PRF_INF
     return {};
 }
 
-void Convert_Pattern_X(DIFFRACTION_PATTERN_TYPE& p, PRF_INFO_ADD_TYPE& info, const std::vector<X_STEP>& steps,
-                       std::vector<std::string>& messages) {
+int Convert_X_Points(const float* in, float* out, int n, const std::vector<X_STEP>& steps, double c1, double c2) {
+    const float deg = static_cast<float>(kDegree), l = static_cast<float>(c1), pi2 = static_cast<float>(kTwoPi);
+    for (int i = 0; i < n; ++i) out[i] = in[i];
+    for (X_STEP s : steps) {
+        switch (s) {
+        case X_STEP::Theta_To_D:
+            for (int i = 0; i < n; ++i) out[i] = l / (2.0f * std::sin(0.5f * deg * out[i]));
+            break;
+        case X_STEP::D_To_Theta:  // in double: near 180 degrees asin magnifies the rounding of its argument
+            for (int i = 0; i < n; ++i) out[i] = static_cast<float>(step(s, out[i], c1, c2));
+            break;
+        case X_STEP::D_To_Q:
+        case X_STEP::Q_To_D:
+            for (int i = 0; i < n; ++i) out[i] = pi2 / out[i];
+            break;
+        case X_STEP::D_To_S:
+        case X_STEP::S_To_D:
+            for (int i = 0; i < n; ++i) out[i] = 1.0f / out[i];
+            break;
+        case X_STEP::S_To_Q:
+            for (int i = 0; i < n; ++i) out[i] = pi2 * out[i];
+            break;
+        case X_STEP::Q_To_S:
+            for (int i = 0; i < n; ++i) out[i] = out[i] / pi2;
+            break;
+        default:  // the times, in double
+            for (int i = 0; i < n; ++i) out[i] = static_cast<float>(step(s, out[i], c1, c2));
+            break;
+        }
+    }
+    // The input and every result must be finite and positive; a step of a bad value stays bad.
+    for (int i = 0; i < n; ++i)
+        if (!(in[i] > 0.0f && out[i] > 0.0f && out[i] <= std::numeric_limits<float>::max())) return i + 1;
+    return 0;
+}
+
+void Finish_Pattern_X(DIFFRACTION_PATTERN_TYPE& p, PRF_INFO_ADD_TYPE& info, Array1<float>&& x,
+                      const std::vector<X_STEP>& steps, std::vector<std::string>& messages) {
     const double c1 = p.lambda1, c2 = p.lambda2;
+    p.x = std::move(x);
     const float huge = std::numeric_limits<float>::max();
     p.xmin = huge;
     p.xmax = -huge;
     for (int i = 1; i <= p.npts && i <= p.x.size(); ++i) {
-        double v = p.x(i);
-        if (Convert_X_Value(v, steps, c1, c2)) p.x(i) = static_cast<float>(v);
         p.xmin = std::min(p.xmin, p.x(i));
         p.xmax = std::max(p.xmax, p.x(i));
     }
@@ -98,6 +133,17 @@ void Convert_Pattern_X(DIFFRACTION_PATTERN_TYPE& p, PRF_INFO_ADD_TYPE& info, con
             if (Convert_X_Value(v, steps, c1, c2)) info.refl_pos(i) = static_cast<float>(v);
         }
     Convert_Excluded_Regions(info, steps, c1, c2, Trim(info.prf_name), messages);
+}
+
+void Convert_Pattern_X(DIFFRACTION_PATTERN_TYPE& p, PRF_INFO_ADD_TYPE& info, const std::vector<X_STEP>& steps,
+                       std::vector<std::string>& messages) {
+    Array1<float> x = p.x;
+    const int n = std::min(p.npts, p.x.size());
+    if (n > 0) Convert_X_Points(p.x.data(), x.data(), n, steps, p.lambda1, p.lambda2);
+    // A point without a value keeps its old one (callers check with Unconvertible_Point first).
+    for (int i = 1; i <= n; ++i)
+        if (!(x(i) > 0.0f && x(i) <= std::numeric_limits<float>::max())) x(i) = p.x(i);
+    Finish_Pattern_X(p, info, std::move(x), steps, messages);
 }
 
 }  // namespace hxl

@@ -1,7 +1,9 @@
 // The X space of the store.
 #include "app/store/x_space.h"
 
+#include <algorithm>
 #include <cmath>
+#include <thread>
 
 #include "app/store/zendrite_param_global.h"
 #include "calc/xspace.h"
@@ -152,8 +154,36 @@ void Convert_X_Space(const std::string& target, bool& error, std::string& messag
     std::vector<int> slots;
     for (int s = 1; s <= g.nperfiles; ++s) slots.push_back(s);
     if (!guard_of(plan.guard, slots, message)) return;
-    if (!convertible(slots, plan.steps, to, message)) return;
-    for (int s : slots) convert_slot(s, plan.steps);
+    // Every slot is converted aside first (two workers share the slots); the store changes
+    // only when all points have a value in the target.
+    std::vector<hxl::Array1<float>> fresh(slots.size());
+    std::vector<int> bad(slots.size(), 0);
+    auto work = [&](std::size_t first) {
+        for (std::size_t k = first; k < slots.size(); k += 2) {
+            const DIFFRACTION_PATTERN_TYPE& p = g.pattern[at(slots[k])];
+            const int n = std::min(p.npts, p.x.size());
+            fresh[k] = hxl::Array1<float>(p.x.size());
+            if (n > 0) bad[k] = hxl::Convert_X_Points(p.x.data(), fresh[k].data(), n, plan.steps, p.lambda1, p.lambda2);
+        }
+    };
+    std::thread second(work, 1);
+    work(0);
+    second.join();
+    for (std::size_t k = 0; k < slots.size(); ++k)
+        if (bad[k] != 0 || (hxl::Same(g.info[at(slots[k])].prf_type, "PRF") &&
+                            !convertible({slots[k]}, plan.steps, to, message))) {  // reflections too
+            if (bad[k] != 0)
+                message = "The point " + std::to_string(bad[k]) + " (X = " +
+                          std::to_string(g.pattern[at(slots[k])].x(bad[k])) + ") of " + name_of(slots[k]) +
+                          " has no value in " + to + "\rConversion of xspace cancelled";
+            return;
+        }
+    for (std::size_t k = 0; k < slots.size(); ++k) {
+        std::vector<std::string> messages;
+        hxl::Finish_Pattern_X(g.pattern[at(slots[k])], g.info[at(slots[k])], std::move(fresh[k]), plan.steps, messages);
+        for (const std::string& m : messages)
+            if (X_Space_Hooks().message) X_Space_Hooks().message(m);
+    }
     Set_X_Space(to);
     for (int s : slots) g.pattern[at(s)].xax_text = X_Space_State().legend_x;
     error = false;
