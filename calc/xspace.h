@@ -78,21 +78,3 @@ void Convert_Pattern_X(DIFFRACTION_PATTERN_TYPE& pattern, PRF_INFO_ADD_TYPE& inf
 void X_Space_Legends(const std::string& name, bool scaled, std::string& legend_x, std::string& legend_y);
 
 }  // namespace hxl
-
-namespace hxl {
-
-// The position x of the space `present` told in every space that the constants of a
-// pattern (its scat_var of origin and lambda1, lambda2) allow, e.g.
-// "2theta 28.442 | d 3.1356 Å | Q 2.0038 Å-1"; empty when they allow one space only.
-std::string X_Readout(const std::string& present, const std::string& origin, double x, double c1, double c2);
-
-// Ticks of a second X axis in `unit` ("d-space" or "q-space") over the frame [xmin, xmax] of
-// the space `present`: the round values of the unit and where they fall on X.
-struct X_TICK {
-    double value = 0;  // in the second unit
-    double x = 0;      // on the frame's axis
-};
-std::vector<X_TICK> Second_Axis_Ticks(const std::string& present, const std::string& origin, const std::string& unit,
-                                      double xmin, double xmax, double c1, double c2, int wanted);
-
-}  // namespace hxl
