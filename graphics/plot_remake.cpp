@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "app/present.h"
+#include "app/store/x_space.h"
 #include "app/store/zendrite_param_global.h"
 #include "graphics/plot.h"
 #include "graphics/plot_settings.h"
@@ -20,8 +21,8 @@ void trimmed_range(int slot, float& first, float& last) {
     const ZENDRITE_STORE& g = zendrite_param_global();
     const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(slot)];
     const PRF_INFO_ADD_TYPE& info = g.info[static_cast<std::size_t>(slot)];
-    first = p.x(1);
-    last = p.x(p.npts);
+    first = p.xmin;  // x keeps the order of the file: after a conversion to d it falls
+    last = p.xmax;
     const int n = std::min(info.nexcl, hxl::kMaxExcluded);
     for (int r = 1; r <= n; ++r) {
         if (info.excl_low(r) > 0 && info.excl_low(r) > first) continue;
@@ -56,12 +57,12 @@ void Compute_Plot_Limits() {
         const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
         if (!has_points(p)) continue;
         if (!any) {
-            xmin = p.x(1), xmax = p.x(p.npts), ymin = p.ymin, ymax = p.ymax;
+            xmin = p.xmin, xmax = p.xmax, ymin = p.ymin, ymax = p.ymax;
             any = true;
             continue;
         }
-        xmin = std::min(xmin, p.x(1));
-        xmax = std::max(xmax, p.x(p.npts));
+        xmin = std::min(xmin, p.xmin);
+        xmax = std::max(xmax, p.xmax);
         ymin = std::min(ymin, p.ymin);
         ymax = std::max(ymax, p.ymax);
     }
@@ -109,6 +110,11 @@ void Compute_Plot_Limits() {
 }
 
 void Update_X_Space_Menus() {
+    if (X_Space_Hooks().menu_states) {  // the shell's states by space
+        Update_Mixed_Scat_Var();
+        X_Space_Hooks().menu_states();
+        return;
+    }
     ZENDRITE_STORE& g = zendrite_param_global();
     const int n = std::min(g.nperfiles, kMaxProfiles);
     g.mixed_scat_var = false;

@@ -2,6 +2,7 @@
 #include <cstddef>
 
 #include "app/present.h"
+#include "app/store/x_space.h"
 #include "app/store/zendrite_param_global.h"
 #include "graphics/plot_parts.h"
 #include "graphics/plot_settings.h"
@@ -30,6 +31,7 @@ std::string x_legend(int nperfiles) {
     const ZENDRITE_STORE& g = zendrite_param_global();
     const PLOT_SETTINGS& s = Plot_Settings();
     if (!Is_Blank(s.x_legend_text)) return s.x_legend_text;
+    if (nperfiles >= 1 && !Is_Blank(X_Space_State().legend_x)) return X_Space_State().legend_x;
     if (nperfiles >= 1 && !Is_Blank(g.pattern[1].xax_text)) return Trim(g.pattern[1].xax_text);
     if (g.xspace != "----") return g.xspace;
     // A file without an axis text still names its variable.
@@ -80,7 +82,8 @@ void Draw_Axes_And_Texts(int nperfiles) {
     if (s.y_legend.position != 1) {
         std::string text = s.y_legend_text;
         if (nperfiles >= 1 && !Is_Blank(g.pattern[1].yax_text) && !g.prf_loaded) text = Trim(g.pattern[1].yax_text);
-        if (Is_Blank(text) && nperfiles >= 1) text = "Intensity (arb. units)";
+        if (Is_Blank(text) && nperfiles >= 1)
+            text = Is_Blank(X_Space_State().legend_y) ? "Intensity (arb. units)" : X_Space_State().legend_y;
         Apply_Text_Style(s.y_legend);
         IPgYLabel(text, Y_Legend_Position(s.y_legend.position));
     }

@@ -5,6 +5,7 @@
 
 #include "app/batch/batch_format.h"
 #include "app/batch/batch_verbs.h"
+#include "app/batch/xspace_options.h"
 #include "patterns/format_table.h"
 #include "patterns/pattern_writers.h"
 #include "patterns/read_pattern.h"
@@ -26,7 +27,10 @@ std::string check(const hxl::DIFFRACTION_PATTERN_TYPE& p) {
     return {};
 }
 
-int run_convert(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int run_convert(const std::vector<std::string>& all, std::ostream& out, std::ostream& err) {
+    std::vector<std::string> args;
+    X_SPACE_OPTIONS xo;
+    if (!Take_X_Space_Options("convert", all, args, xo, err)) return 2;
     std::vector<std::string> files;
     std::string mode;
     for (std::size_t i = 0; i < args.size(); ++i) {
@@ -74,6 +78,7 @@ int run_convert(const std::vector<std::string>& args, std::ostream& out, std::os
             status = 1;
             continue;
         }
+        if (!Convert_Pattern_By_Options(xo, set[static_cast<std::size_t>(k)], row, err)) return 1;
         const std::string target = count > 1 ? numbered(files[1], k + 1) : files[1];
         std::string message;
         const bool ok = out_ext == ".DAT" ? hxl::Save_Free_Format(target, p, message)
@@ -90,7 +95,7 @@ int run_convert(const std::vector<std::string>& args, std::ostream& out, std::os
 }
 
 const bool registered = Register_Batch_Verb(
-    {"convert", "convert IN OUT [--format MODE|auto]",
+    {"convert", "convert IN OUT [--format MODE|auto] [--xspace NAME [--lambda L] [--dtt1 A --dtt2 B]]",
      "      reads IN (format MODE when given, it wins over the extension; guessed from\n"
      "      the content with auto; else by extension) and writes OUT as a free-format\n"
      "      .dat file (resampled to a constant step) or an XY .xys file (x, y, sigma);\n"

@@ -7,6 +7,7 @@
 
 #include "app/batch/batch_format.h"
 #include "app/batch/batch_verbs.h"
+#include "app/batch/xspace_options.h"
 #include "app/store/add_profile.h"
 #include "app/store/load_folder.h"
 #include "app/store/zendrite_param_global.h"
@@ -53,7 +54,10 @@ void report(int slot, std::ostream& out, bool points) {
     }
 }
 
-int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int run_info(const std::vector<std::string>& all, std::ostream& out, std::ostream& err) {
+    std::vector<std::string> args;
+    X_SPACE_OPTIONS xo;
+    if (!Take_X_Space_Options("info", all, args, xo, err)) return 2;
     std::vector<std::string> files;
     std::string mode;
     bool points = false;
@@ -101,6 +105,7 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
         for (const auto& m : r.messages) err << m << "\n";
         if (r.left_out > 0) err << f << ": " << r.left_out << " block(s) of the file were left out\n";
         if (r.slots.empty()) status = 1;
+        if (!r.slots.empty() && !Apply_X_Space_Options(xo, r.slots, err)) return 1;
         for (int slot : r.slots) report(slot, out, points);
         if (r.limit_reached) break;
     }
@@ -108,12 +113,12 @@ int run_info(const std::vector<std::string>& args, std::ostream& out, std::ostre
 }
 
 const bool registered = Register_Batch_Verb(
-    {"info", "info FILE... [--format MODE|auto] [--points]",
+    {"info", "info FILE... [--format MODE|auto] [--points] [--xspace NAME [--lambda L] [--dtt1 A --dtt2 B]]",
      "      loads each file as the window does; the format is MODE when given (it wins\n"
      "      over the extension), guessed from the content with auto, else by extension;\n"
      "      a folder stands for its pattern files in natural order;\n"
      "      and prints, for each slot, its file, format, texts, limits and wavelengths;\n"
-     "      --points adds the points (x y sigma)",
+     "      --points adds the points (x y sigma); --xspace converts the profiles first",
      run_info});
 
 }  // namespace

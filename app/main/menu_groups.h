@@ -2,6 +2,8 @@
 // The routines of the root menu, one declaration per item family, grouped by
 // the file that holds them. Each takes the item it was chosen by.
 
+#include <string>
+
 namespace zendrite {
 
 // file_menu.cpp
@@ -30,6 +32,19 @@ void Profile_Sorting(int item);
 void Profile_Delete(int item);
 void Profile_Playing(int item);
 void Profile_Calculation_Mode(int item);
+
+// xspace_menu.cpp
+void XSpace_Convert(int item);
+void XSpace_Constants(int item);  // the grids of the wavelengths or of dtt1/dtt2
+void Install_X_Space_Hooks();
+
+// excluded_region_dialogs.cpp
+void Excluded_Insert(int item);
+void Excluded_Admin(int item);
+// The dialog "Add exclude region" (limits swapped when reversed); from the mouse, a single
+// shown profile takes the region without it. `text` "Cancelled" when given up.
+void Add_Excluded_Region(float xlow, float xhigh, bool& error, std::string& text, bool from_mouse);
+void Admin_Excluded_Regions();
 
 // help_menu.cpp
 void Options_Preferences(int item);

@@ -70,6 +70,18 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40144, Profile_Calculation_Mode},
             {40145, Profile_Calculation_Mode},
             {40110, Profile_Calculation_Mode},
+            // X space, excluded regions
+            {40042, XSpace_Convert},
+            {40228, XSpace_Convert},
+            {40043, XSpace_Convert},
+            {40229, XSpace_Convert},
+            {40017, XSpace_Convert},
+            {40089, XSpace_Convert},
+            {40081, XSpace_Convert},
+            {40087, XSpace_Constants},
+            {40088, XSpace_Constants},
+            {40151, Excluded_Insert},
+            {40034, Excluded_Admin},
         };
         std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
         return t;

@@ -1,9 +1,11 @@
 // Where the shell meets the plot engine: its hooks, the mouse, repaint and Focus.
 #include "app/main/plot_link.h"
 
+#include "app/main/menu_groups.h"
 #include "app/main/root_menu.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
+#include "app/store/x_space.h"
 #include "app/store/zendrite_param_global.h"
 #if ZD_WITH_PLOT
 #include "graphics/mouse.h"
@@ -14,9 +16,16 @@
 namespace zendrite {
 
 void Connect_Plot() {
+    Install_X_Space_Hooks();
 #if ZD_WITH_PLOT
+    Graphics_Hooks().add_excluded_region = [](float low, float high, bool& error, std::string& text) {
+        Add_Excluded_Region(low, high, error, text, true);
+    };
     Graphics_Hooks().title_screen = Draw_Title_Screen;
-    Graphics_Hooks().enable_data_menus = [] { Grey_Data_Menus(true); };
+    Graphics_Hooks().enable_data_menus = [] {
+        Grey_Data_Menus(true);
+        if (X_Space_Hooks().menu_states) X_Space_Hooks().menu_states();
+    };
     Graphics_Hooks().message = [](const std::string& text) { Show_Message(text); };
 #endif
 }

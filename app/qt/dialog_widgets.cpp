@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 #include "app/qt/present_state.h"
@@ -197,6 +198,7 @@ void Sync_To_Widgets(DIALOG_STATE& d) {
                 auto* item = parents.empty() ? new QTreeWidgetItem(t) : new QTreeWidgetItem(parents.back());
                 item->setText(0, Q(line.substr(depth * 2)));
                 parents.push_back(item);
+                if (static_cast<int>(&line - f.options.data()) + 1 == f.ivalue) t->setCurrentItem(item);
             }
             t->expandAll();
             break;
@@ -234,6 +236,16 @@ void Sync_From_Widgets(DIALOG_STATE& d) {
                 }
             f.cur_row = t->currentRow() + 1;
             f.cur_col = t->currentColumn() + 1;
+            break;
+        }
+        case FIELD_KIND::Tree: {  // the selected line, counted from 1 over all lines
+            auto* t = static_cast<QTreeWidget*>(w);
+            int n = 0;
+            f.ivalue = 0;
+            for (QTreeWidgetItemIterator it(t); *it; ++it) {
+                ++n;
+                if (*it == t->currentItem()) f.ivalue = n;
+            }
             break;
         }
         default: break;

@@ -84,7 +84,7 @@ int Apply_Dialog_Answers(DIALOG_STATE& d) {
         int err = 0;
         if (a.op == "set") {
             if (f->def.kind == FIELD_KIND::Combo || f->def.kind == FIELD_KIND::Slider ||
-                f->def.kind == FIELD_KIND::Spin)
+                f->def.kind == FIELD_KIND::Spin || f->def.kind == FIELD_KIND::Tree)
                 f->ivalue = IStringToInteger(a.value, err);
             f->text = a.value;
         } else if (a.op == "check") {

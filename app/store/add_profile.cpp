@@ -57,8 +57,6 @@ bool Enter_Read_Profile(int slot, int row, LOAD_RESULT& result) {
     return true;
 }
 
-bool Identify_X_Space(int, std::string&) { return true; }
-
 void Add_Recent_File(const std::string& name) {
     auto& r = zendrite_param_global().recent;
     const std::string n = hxl::Cut(hxl::Trim(name), 200);

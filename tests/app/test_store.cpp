@@ -79,6 +79,7 @@ TEST(Store, CalculatedColumnMakesRietveldOnlyInTheFirstTwentySlots) {
         auto& p = g.pattern[static_cast<std::size_t>(slot)];
         hxl::Allocate_Pattern(p, 12);
         for (int i = 1; i <= 12; ++i) p.x(i) = static_cast<float>(i);
+        p.scat_var = "2theta";
         p.ycalc(5) = 0.001f;
         LOAD_RESULT r;
         ASSERT_TRUE(Enter_Read_Profile(slot, hxl::kRowCif, r));
@@ -91,6 +92,7 @@ TEST(Store, CalculatedColumnMakesRietveldOnlyInTheFirstTwentySlots) {
     hxl::Allocate_Pattern(p, 12);
     p.ycalc(1) = 50.0f;
     p.ycalc(11) = 50.0f;
+    p.scat_var = "2theta";
     LOAD_RESULT r;
     ASSERT_TRUE(Enter_Read_Profile(1, hxl::kRowXYSigma, r));
     EXPECT_EQ(g.info[1].prf_type, "DATA");

@@ -65,14 +65,22 @@ TEST_F(OpenPrf, EntersTheFileAndReplacesItInPlace) {
     EXPECT_EQ(r.prf_stamp, Prf_File_Stamp(a).stamp);
     EXPECT_GE(r.prf_stamp, 0);
 
-    const std::string b = put("b.prf", data("sin_list.prf"));
+    // An integrated-intensity file can't join a store in 2theta: the loaded file stays.
+    const std::string m = put("m.prf", data("sin_list.prf"));
+    r = Open_Prf_File(m);
+    EXPECT_FALSE(r.ok);
+    EXPECT_EQ(r.message, "Present Space: 2theta, file type Integrated Intensity,\rconversion of xspace is not permitted");
+    EXPECT_EQ(g.info[2].prf_type, "PRF");
+    EXPECT_EQ(g.recent[1], a);
+
+    const std::string b = put("b.prf", data("two_phase_46.prf"));
     r = Open_Prf_File(b);
     ASSERT_TRUE(r.ok) << r.message;
     EXPECT_TRUE(r.replaced);
     EXPECT_EQ(r.slot, 2);
     EXPECT_EQ(g.nperfiles, 2);
-    EXPECT_EQ(g.info[2].prf_type, "MONO");
-    EXPECT_EQ(g.pattern[2].npts, 8);
+    EXPECT_EQ(g.info[2].prf_type, "PRF");
+    EXPECT_EQ(g.pattern[2].npts, 200);
     EXPECT_EQ(g.pattern[1].title, "data");
     EXPECT_EQ(g.recent[1], b);
     EXPECT_EQ(g.recent[2], a);
