@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/present.h"
+#include "patterns/diffraction_pattern.h"
 
 namespace zendrite {
 
@@ -37,6 +38,12 @@ void MouseMovement_ScaleX(const WIN_MESSAGE& message);
 void MouseMovement_ScaleY(const WIN_MESSAGE& message);
 void MouseMovement_graph3d(const WIN_MESSAGE& message);
 void MouseMovement_graph2dcontour(const WIN_MESSAGE& message);
+
+// What the offset and scaling modes do to one profile, also when the values are typed
+// in their dialogs: a shift of x, y, ycalc and bgr; a scaling of x, or of y, ycalc,
+// bgr (and sigma by the square) about a pivot.
+void Shift_Profile_Drawn(hxl::DIFFRACTION_PATTERN_TYPE& pattern, float dx, float dy);
+void Scale_Profile_About(hxl::DIFFRACTION_PATTERN_TYPE& pattern, bool xaxis, float pivot, float factor);
 
 // Reflections of the active Rietveld profile near (x, y), data units; `changed` when the list differs.
 void Search_PRF_Refl(float x, float y, bool& changed);

@@ -16,34 +16,6 @@ constexpr int kStatusPart = 4;
 
 bool valid_slot(int k) { return k >= 1 && k <= zendrite_param_global().nperfiles; }
 
-void shift_profile(DIFFRACTION_PATTERN_TYPE& p, float dx, float dy) {
-    for (float& v : p.x) v += dx;
-    for (float& v : p.y) v += dy;
-    for (float& v : p.ycalc) v += dy;
-    for (float& v : p.bgr) v += dy;
-    p.xmin += dx;
-    p.xmax += dx;
-    p.ymin += dy;
-    p.ymax += dy;
-}
-
-void scale_profile(DIFFRACTION_PATTERN_TYPE& p, bool xaxis, float pivot, float factor) {
-    if (xaxis) {
-        for (float& v : p.x) v = pivot + (v - pivot) * factor;
-        if (p.npts >= 1 && p.x.size() >= p.npts) {
-            p.xmin = std::min(p.x(1), p.x(p.npts));
-            p.xmax = std::max(p.x(1), p.x(p.npts));
-        }
-        return;
-    }
-    for (float& v : p.y) v = pivot + (v - pivot) * factor;
-    for (float& v : p.ycalc) v = pivot + (v - pivot) * factor;
-    for (float& v : p.bgr) v = pivot + (v - pivot) * factor;
-    // sigma holds variances while sig_var is set
-    for (float& v : p.sigma) v *= p.sig_var ? factor * factor : std::abs(factor);
-    hxl::Pattern_Y_Limits(p);
-}
-
 void remove_line() {
     MOUSE_STATE& m = Mouse_State();
     if (m.drag != 1) return;
@@ -104,7 +76,7 @@ void offset_release(const WIN_MESSAGE& e) {
     Page_To_Data(epx, epy, x2, y2);
     const float dx = x2 - x1, dy = Window_Y(y2, log) - Window_Y(y1, log);
     for (int k : m.marked)
-        if (valid_slot(k)) shift_profile(g.pattern[static_cast<std::size_t>(k)], dx, dy);
+        if (valid_slot(k)) Shift_Profile_Drawn(g.pattern[static_cast<std::size_t>(k)], dx, dy);
     Plot_Again();
 }
 
@@ -158,10 +130,38 @@ void scale_event(const WIN_MESSAGE& e, bool xaxis) {
     if (from == pivot) return;
     const float factor = (to - pivot) / (from - pivot);
     for (int k : m.marked)
-        if (valid_slot(k)) scale_profile(g.pattern[static_cast<std::size_t>(k)], xaxis, pivot, factor);
+        if (valid_slot(k)) Scale_Profile_About(g.pattern[static_cast<std::size_t>(k)], xaxis, pivot, factor);
     Plot_Again();
 }
 }  // namespace
+
+void Shift_Profile_Drawn(DIFFRACTION_PATTERN_TYPE& p, float dx, float dy) {
+    for (float& v : p.x) v += dx;
+    for (float& v : p.y) v += dy;
+    for (float& v : p.ycalc) v += dy;
+    for (float& v : p.bgr) v += dy;
+    p.xmin += dx;
+    p.xmax += dx;
+    p.ymin += dy;
+    p.ymax += dy;
+}
+
+void Scale_Profile_About(DIFFRACTION_PATTERN_TYPE& p, bool xaxis, float pivot, float factor) {
+    if (xaxis) {
+        for (float& v : p.x) v = pivot + (v - pivot) * factor;
+        if (p.npts >= 1 && p.x.size() >= p.npts) {
+            p.xmin = std::min(p.x(1), p.x(p.npts));
+            p.xmax = std::max(p.x(1), p.x(p.npts));
+        }
+        return;
+    }
+    for (float& v : p.y) v = pivot + (v - pivot) * factor;
+    for (float& v : p.ycalc) v = pivot + (v - pivot) * factor;
+    for (float& v : p.bgr) v = pivot + (v - pivot) * factor;
+    // sigma holds variances while sig_var is set
+    for (float& v : p.sigma) v *= p.sig_var ? factor * factor : std::abs(factor);
+    hxl::Pattern_Y_Limits(p);
+}
 
 void MouseMovement_OffsetAlign(const WIN_MESSAGE& e) {
     const ZENDRITE_STORE& g = zendrite_param_global();

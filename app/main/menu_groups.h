@@ -46,6 +46,14 @@ void Excluded_Admin(int item);
 void Add_Excluded_Region(float xlow, float xhigh, bool& error, std::string& text, bool from_mouse);
 void Admin_Excluded_Regions();
 
+// arith_menu.cpp
+void Arith_Sum(int item);  // Summation and Average
+void Arith_Difference(int item);
+void Arith_Multiply_Efficiency(int item);  // the Multiply/Shift panel and the efficiency correction
+void Arith_Normalize_Monitor(int item);
+void Arith_Offset_Scale(int item);  // Offset/Align, Scaling X, Scaling Y
+void Arith_Smoothing(int item);     // Fourier and polynomial filters
+
 // help_menu.cpp
 void Options_Preferences(int item);
 void Help_About(int item);

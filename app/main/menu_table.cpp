@@ -56,6 +56,18 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40025, Profile_Sorting},
             {40037, Profile_Delete},
             {40158, Profile_Playing},
+            // Pattern arithmetic and smoothing
+            {40100, Arith_Sum},
+            {40123, Arith_Sum},
+            {40101, Arith_Difference},
+            {40162, Arith_Multiply_Efficiency},
+            {40163, Arith_Multiply_Efficiency},
+            {40026, Arith_Normalize_Monitor},
+            {40149, Arith_Offset_Scale},
+            {40124, Arith_Offset_Scale},
+            {40115, Arith_Offset_Scale},
+            {40020, Arith_Smoothing},
+            {40090, Arith_Smoothing},
             // Calculation modes
             {40095, Profile_Calculation_Mode},
             {40099, Profile_Calculation_Mode},

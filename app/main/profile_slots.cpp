@@ -20,11 +20,13 @@ struct SLOT {
     DIFFRACTION_PATTERN_TYPE pattern;
     PRF_INFO_ADD_TYPE info;
     bool show = true, calc = false, bgr = false;
+    float x_shift_total = 0, y_mult_total = 1;
 };
 
 SLOT take(ZENDRITE_STORE& g, int s) {
     SLOT out{std::move(g.pattern[at(s)]), std::move(g.info[at(s)]), g.show_profile[at(s)], g.plot_calc[at(s)],
-             g.plot_bgr[at(s)]};
+             g.plot_bgr[at(s)], g.x_shift_total[at(s)], g.y_mult_total[at(s)]};
+    Reset_Slot_Totals(s);
     Clear_Pattern_Record(g.pattern[at(s)]);
     Clear_Prf_Info(g.info[at(s)]);
     g.show_profile[at(s)] = true;
@@ -38,6 +40,8 @@ void put(ZENDRITE_STORE& g, int s, SLOT&& from) {
     g.show_profile[at(s)] = from.show;
     g.plot_calc[at(s)] = from.calc;
     g.plot_bgr[at(s)] = from.bgr;
+    g.x_shift_total[at(s)] = from.x_shift_total;
+    g.y_mult_total[at(s)] = from.y_mult_total;
 }
 
 }  // namespace
@@ -64,6 +68,7 @@ bool Copy_Profile(std::string& message) {
     g.info[at(s)].prf_type = "COPY";
     g.show_profile[at(s)] = true;
     g.plot_calc[at(s)] = g.plot_bgr[at(s)] = false;
+    Reset_Slot_Totals(s);
     return true;
 }
 

@@ -14,6 +14,13 @@ std::string Dump_Number(double v) {
     return b;
 }
 
+// The sum of the first n values, in double, so that a changed point shows in the dump.
+static double Dump_Sum(const hxl::Array1<float>& v, int n) {
+    double sum = 0;
+    for (int i = 1; i <= n && i <= v.size(); ++i) sum += v(i);
+    return sum;
+}
+
 std::string Store_Dump() {
     const ZENDRITE_STORE& g = zendrite_param_global();
     std::ostringstream o;
@@ -56,6 +63,11 @@ std::string Store_Dump() {
           << "  step " << Dump_Number(p.step) << "\n"
           << "  lambda1 " << Dump_Number(p.lambda1) << "\n"
           << "  lambda2 " << Dump_Number(p.lambda2) << "\n"
+          << "  monitor " << Dump_Number(p.monitor) << "\n"
+          << "  x_shift_total " << Dump_Number(g.x_shift_total[static_cast<std::size_t>(s)]) << "\n"
+          << "  y_mult_total " << Dump_Number(g.y_mult_total[static_cast<std::size_t>(s)]) << "\n"
+          << "  y_sum " << Dump_Number(Dump_Sum(p.y, p.npts)) << "\n"
+          << "  sigma_sum " << Dump_Number(Dump_Sum(p.sigma, p.npts)) << "\n"
           << "  nexcl " << in.nexcl << "\n";
         for (int e = 1; e <= in.nexcl && e <= hxl::kMaxExcluded; ++e)
             o << "    " << Dump_Number(in.excl_low(e)) << ' ' << Dump_Number(in.excl_high(e)) << "\n";

@@ -129,7 +129,10 @@ void WDialogShow(int /*x*/, int /*y*/, int /*button*/, int type) {
     if (!d) return;
     d->modeless = type != Modal;
     if (l.unattended) {
-        if (d->modeless) return;  // its buttons come from the script as events
+        if (d->modeless) {  // its fields take the queued answers; its buttons come from the script as events
+            Apply_Dialog_Answers(*d);
+            return;
+        }
         int button = Apply_Dialog_Answers(*d);
         if (button == 0) {
             std::cout << "UNANSWERED " << (d->tpl.id >= 9000 ? d->tpl.title : std::to_string(d->tpl.id)) << "\n";

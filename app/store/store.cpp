@@ -9,6 +9,7 @@ ZENDRITE_STORE& zendrite_param_global() {
     static std::unique_ptr<ZENDRITE_STORE> store = [] {
         auto s = std::make_unique<ZENDRITE_STORE>();
         s->show_profile.fill(true);
+        s->y_mult_total.fill(1.0f);
         return s;
     }();
     return *store;
@@ -35,6 +36,13 @@ void Copy_Prf_Info(const PRF_INFO_ADD_TYPE& from, PRF_INFO_ADD_TYPE& to) {
     to = from;
 }
 
+void Reset_Slot_Totals(int slot) {
+    ZENDRITE_STORE& g = zendrite_param_global();
+    if (slot < 1 || slot > kMaxProfiles) return;
+    g.x_shift_total[static_cast<std::size_t>(slot)] = 0.0f;
+    g.y_mult_total[static_cast<std::size_t>(slot)] = 1.0f;
+}
+
 void Reset_Store() {
     ZENDRITE_STORE& g = zendrite_param_global();
     for (int i = 1; i <= g.nperfiles; ++i) {
@@ -47,6 +55,8 @@ void Reset_Store() {
     g.show_profile.fill(true);
     g.plot_calc.fill(false);
     g.plot_bgr.fill(false);
+    g.x_shift_total.fill(0.0f);
+    g.y_mult_total.fill(1.0f);
     g.show_ycalc = g.show_ydiff = g.show_reflexions = true;
     g.peak_insert = g.peak_delete = g.bgr_insert = g.bgr_delete = false;
     g.Bgr_List.count = 0;

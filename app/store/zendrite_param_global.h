@@ -44,6 +44,10 @@ struct ZENDRITE_STORE {
     std::array<bool, kMaxProfiles + 1> show_profile{};
     std::array<bool, kMaxProfiles + 1> plot_calc{};
     std::array<bool, kMaxProfiles + 1> plot_bgr{};
+    // Sum of the X shifts and product of the Y multipliers given in the Multiply Y / Shift X
+    // panel; 0 and 1 for a slot just filled.
+    std::array<float, kMaxProfiles + 1> x_shift_total{};
+    std::array<float, kMaxProfiles + 1> y_mult_total{};
 
     DIFFRACTION_PATTERN_TYPE qv_pattern;  // the pair of the Quick View
     PRF_INFO_ADD_TYPE qv_info;
@@ -97,6 +101,8 @@ struct STORE_HOOKS {
 STORE_HOOKS& Store_Hooks();
 
 void Reset_Store();
+// The start values of the per-slot totals of slot `slot`.
+void Reset_Slot_Totals(int slot);
 void Enter_None_Mode();
 void Enter_Single_Mode(int keep);
 void Enter_Multi_Mode(bool logflag = false);
