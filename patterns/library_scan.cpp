@@ -2,33 +2,17 @@
 #include <cfloat>
 #include <cmath>
 
+#include "patterns/pattern_checks.h"
 #include "patterns/read_pattern_library.h"
 
 namespace hxl {
 
 bool Finite_Float(double value) { return std::isfinite(value) && std::fabs(value) <= double(FLT_MAX); }
 
-namespace {
-
-template <class T>
-void reverse_first(Array1<T>& a, int n) {
-    if (a.size() >= n) std::reverse(a.data(), a.data() + n);
-}
-
-}  // namespace
-
 void Finish_Library_Scan(DIFFRACTION_PATTERN_TYPE& p) {
     const int n = p.npts;
     if (n < 1) return;
-    if (n > 1 && p.x(n) < p.x(1)) {
-        reverse_first(p.x, n);
-        reverse_first(p.y, n);
-        reverse_first(p.sigma, n);
-        reverse_first(p.ycalc, n);
-        reverse_first(p.bgr, n);
-        reverse_first(p.istat, n);
-        reverse_first(p.aux, n);
-    }
+    Make_X_Ascending(p);
     p.xmin = p.x(1);
     p.xmax = p.x(n);
     p.step = n > 1 ? (p.xmax - p.xmin) / static_cast<float>(n - 1) : 0.0f;
