@@ -103,7 +103,20 @@ LOAD_RESULT Store_Data_File(READ_FILE_RESULT&& read) {
         if (!Enter_Read_Profile(slot, read.row, result)) --g.nperfiles;
     }
     if (!result.slots.empty()) Add_Recent_File(name);
+    Merge_Repeated_Messages(result.messages);
     return result;
+}
+
+void Merge_Repeated_Messages(std::vector<std::string>& messages) {
+    // The 30 scans of a pole figure refused for one reason give one box, not thirty.
+    std::vector<std::string> merged;
+    for (std::size_t i = 0; i < messages.size();) {
+        std::size_t j = i + 1;
+        while (j < messages.size() && messages[j] == messages[i]) ++j;
+        merged.push_back(j - i > 1 ? messages[i] + " (" + std::to_string(j - i) + " profiles of the file)" : messages[i]);
+        i = j;
+    }
+    messages = std::move(merged);
 }
 
 LOAD_RESULT Load_Data_File(const std::string& fullname, int row) {

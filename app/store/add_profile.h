@@ -32,6 +32,9 @@ READ_FILE_RESULT Read_Data_File(const std::string& fullname, int row, int max_pa
 // messages of Load_Data_File. Main thread only.
 LOAD_RESULT Store_Data_File(READ_FILE_RESULT&& read);
 
+// A run of equal messages becomes one, with the count of profiles it stood for.
+void Merge_Repeated_Messages(std::vector<std::string>& messages);
+
 // Loads one data file with the format row `row` (1..15) into the next slot(s),
 // as Open_Data_File does for each selected file.
 LOAD_RESULT Load_Data_File(const std::string& fullname, int row);

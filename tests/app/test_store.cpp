@@ -69,6 +69,16 @@ TEST(Store, LoadFillsInformationAndRefusalsLeaveNoSlot) {
     EXPECT_EQ(g.nperfiles, 1);
     EXPECT_EQ(g.pattern[2].npts, 0);
     EXPECT_EQ(g.pattern[1].npts, 11);
+
+    // Thirty scans of a pole figure refused for one reason: one message, counted; none enters.
+    r = Load_Data_File(std::string(ZD_TEST_DATA) + "/patterns/mtex_polefigure.xrdml", hxl::kRowPanalytical);
+    ASSERT_EQ(r.messages.size(), 1u);
+    EXPECT_NE(r.messages[0].find("not possible to merge different x-spaces"), std::string::npos) << r.messages[0];
+    EXPECT_NE(r.messages[0].find(" (30 profiles of the file)"), std::string::npos) << r.messages[0];
+    EXPECT_EQ(g.nperfiles, 1);
+    std::vector<std::string> m = {"a", "b", "b", "a"};
+    Merge_Repeated_Messages(m);
+    EXPECT_EQ(m, (std::vector<std::string>{"a", "b (2 profiles of the file)", "a"}));
 }
 
 TEST(Store, CalculatedColumnMakesRietveldOnlyInTheFirstTwentySlots) {
