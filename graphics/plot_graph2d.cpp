@@ -53,6 +53,7 @@ void plot_graph2d(int nperfiles, float xmin, float xmax, float ymin, float ymax,
     IGrArea(0, 0, 1, 1);
     IGrUnits(0, 0, pw, ph);
     Draw_Frame_And_Legend(n);
+    Draw_Second_Axis(n);
 
     IGrSelect(1, kRootWindow);
     WBitmapPut(st.bitmap, 0);

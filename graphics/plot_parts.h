@@ -1,5 +1,7 @@
 #pragma once
 // The layers of one frame, in the order plot_graph2d draws them.
+#include <string>
+
 namespace zendrite {
 
 // Curves of one slot: markers, error bars, line, calculated, background, difference, excluded points.
@@ -10,11 +12,17 @@ void Draw_Axes_And_Texts(int nperfiles);
 void Draw_Rietveld_Layers(int nperfiles, float xmin, float xmax, float ymin, float ymax);
 // Target at centre, frame, legend.
 void Draw_Frame_And_Legend(int nperfiles);
+// The second X axis along the top, with the title above it; false when none is drawn
+// (no setting, or the constants of the first shown profile don't allow it).
+bool Second_Axis_Wanted();
+void Draw_Second_Axis(int nperfiles);
 
 // Pieces shared with the Quick View, which draws a profile file the same way.
 struct TEXT_STYLE;
 // Colour and font of one text of the plot.
 void Apply_Text_Style(const TEXT_STYLE& t);
+// The title of the frame: the pattern's own with one profile, the multi title with more.
+std::string Plot_Title(int nperfiles);
 // Covers the Y numbers beside the band of the difference curve (below Y = 0).
 void Hide_Y_Scale_Beside_Band();
 // The background of the picture and the plot zone in their colours.

@@ -51,6 +51,7 @@ struct PLOT_SETTINGS {
     std::string x_legend_text, y_legend_text;     // set with the X space
     bool hide_y_scale = true;
     bool excluded_limit_range = false;
+    std::string second_axis;  // "d-space", "q-space": a second X axis along the top; empty: none
 };
 
 PLOT_SETTINGS& Plot_Settings();

@@ -6,7 +6,9 @@
 
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
+#include "calc/xspace_readout.h"
 #include "graphics/plot_settings.h"
+#include "support/fixed_text.h"
 
 namespace zendrite {
 
@@ -84,7 +86,23 @@ int point_number(float x) {
         if (std::fabs(p.x(i) - x) < std::fabs(p.x(best) - x)) best = i;
     return best;
 }
+// X in every space the constants of the first shown profile allow; " X= " alone without them.
+std::string x_text(float x) {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    const int k = First_Shown_Slot();
+    if (k == 0 || hxl::Same(g.xspace, "----")) return " X= " + fixed(x, 4);
+    const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
+    const auto r = hxl::X_Readings(g.xspace, p.scat_var, x, p.lambda1, p.lambda2);
+    return r.size() > 1 ? hxl::X_Readout_Text(r) : " X= " + fixed(x, 4);
+}
 }  // namespace
+
+int First_Shown_Slot() {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    for (int k = 1; k <= g.nperfiles && k <= kMaxProfiles; ++k)
+        if (g.show_profile[static_cast<std::size_t>(k)]) return k;
+    return 0;
+}
 
 void Status_Position(float px, float py, bool with_point_number) {
     float x = 0, y = 0;
@@ -94,7 +112,7 @@ void Status_Position(float px, float py, bool with_point_number) {
         if (with_point_number) WindowOutStatusBar(3, "");
         return;
     }
-    WindowOutStatusBar(1, " X= " + fixed(x, 4));
+    WindowOutStatusBar(1, x_text(x));
     WindowOutStatusBar(2, " Y= " + fixed(y, 1));
     if (with_point_number) WindowOutStatusBar(3, " N= " + std::to_string(point_number(x)));
 }

@@ -50,5 +50,8 @@ void Data_To_Page(float x, float y, float& px, float& py);
 
 // Status bar read-out of a mouse position.
 void Status_Position(float px, float py, bool with_point_number);
+// The first slot whose profile is shown, 0 when none: its constants serve the read-out
+// of X in several spaces and the second X axis.
+int First_Shown_Slot();
 
 }  // namespace zendrite

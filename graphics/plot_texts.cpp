@@ -16,7 +16,9 @@ using hxl::Is_Blank;
 using hxl::Trim;
 
 
-std::string plot_title(int nperfiles) {
+}  // namespace
+
+std::string Plot_Title(int nperfiles) {
     const ZENDRITE_STORE& g = zendrite_param_global();
     const PLOT_SETTINGS& s = Plot_Settings();
     if (nperfiles >= 2) return s.multi_title;
@@ -25,6 +27,8 @@ std::string plot_title(int nperfiles) {
     if (cell != std::string::npos) title.erase(cell);
     return Trim(s.title_text).size() < 5 ? Trim(title) : s.title_text;
 }
+
+namespace {
 
 // The X legend follows the X space; before one is set the pattern's own axis text stands in.
 std::string x_legend(int nperfiles) {
@@ -66,9 +70,10 @@ void Draw_Axes_And_Texts(int nperfiles) {
     const PLOT_SETTINGS& s = Plot_Settings();
     const FRAME_LIMITS& f = Graphics_State().frame;
 
-    if (s.title.position != 1 && nperfiles >= 1) {
+    // Over a second axis the title moves up; that axis writes it.
+    if (s.title.position != 1 && nperfiles >= 1 && !Second_Axis_Wanted()) {
         Apply_Text_Style(s.title);
-        IPgTitle(plot_title(nperfiles), Title_Position_Letter(s.title.position));
+        IPgTitle(Plot_Title(nperfiles), Title_Position_Letter(s.title.position));
     }
     Apply_Text_Style(s.x_scale);
     IPgXTickPos(f.ymin);

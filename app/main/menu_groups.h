@@ -23,6 +23,11 @@ void View_Target(int item);
 void View_Zoom_Mode(int item);
 void View_Multi(int item);
 
+// second_axis_setting.cpp: the check items of a second X axis in d or in Q
+inline constexpr int kSecondAxisD = 40240, kSecondAxisQ = 40241;
+void View_Second_Axis(int item);
+void Read_Second_Axis_Setting();  // the kept choice, with the menu checks
+
 // profile_menu.cpp
 void Profile_Copy(int item);
 void Profile_Quick_View(int item);

@@ -36,6 +36,8 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             // Window limits, focus, target, zoom, multi-plots
             {40021, View_Focus},
             {40111, View_Target},
+            {kSecondAxisD, View_Second_Axis},
+            {kSecondAxisQ, View_Second_Axis},
             {40106, View_Window_Limits},
             {40109, View_Window_Limits},
             {40116, View_Window_Limits},

@@ -11,13 +11,15 @@
 
 namespace zendrite {
 
-namespace {
-std::string recent_file() {
+std::string Beside_Preference_File(const std::string& name) {
     const CONFIGURATION_TYPE& c = Configuration();
     const std::string pref = Preference_File_Name();
     const std::size_t cut = pref.find_last_of(c.dir_sep);
-    return (cut == std::string::npos ? std::string(".") : pref.substr(0, cut)) + c.dir_sep + c.recent_name;
+    return (cut == std::string::npos ? std::string(".") : pref.substr(0, cut)) + c.dir_sep + name;
 }
+
+namespace {
+std::string recent_file() { return Beside_Preference_File(Configuration().recent_name); }
 }  // namespace
 
 void Read_Recent_Files() {

@@ -1,5 +1,6 @@
 #include "app/main/root_menu.h"
 
+#include "app/main/menu_groups.h"
 #include "app/present.h"
 
 namespace zendrite {
@@ -43,7 +44,8 @@ const std::vector<MENU_ENTRY>& entries() {
         pop("Plot"),
         it(40027, "Graph 2D"), it(40226, "Graph 2D (Log-Scale)"), it(40028, "Graph 3D"),
         it(40031, "Graph 2D Contour"), it(40227, "Graph 2D Contour (Log-Scale)"), it(40125, "Graph 3D Surface"),
-        it(40022, "OpenGL 3D model"),
+        it(40022, "OpenGL 3D model"), sep(),
+        ck(kSecondAxisD, "Second axis in d"), ck(kSecondAxisQ, "Second axis in Q"),
         end(),
         pop("X space"),
         ck(40042, "2theta"), ck(40228, "Omega"), ck(40043, "Time (TOF)"), ck(40229, "Energy"), sep(),

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "app/main/configuration.h"
+#include "app/main/menu_groups.h"
 #include "app/main/plot_link.h"
 #include "app/main/preferences.h"
 #include "app/main/quick_view.h"
@@ -101,6 +102,7 @@ void Zendrite_Start(const std::vector<std::string>& args) {
     Show_Root_Toolbar();
     Read_Recent_Files();
     Show_Recent_Files();
+    Read_Second_Axis_Setting();
     if (!pref_exists) {
         WMessageBox(OkOnly, InformationIcon, 1,
                     "WARNING: No preferences file.\rDefault preferences will be used\r"

@@ -15,6 +15,8 @@ void ihand_winroot(int type, const struct WIN_MESSAGE& message);
 
 void Draw_Title_Screen();
 void Read_Recent_Files();
+// A file of that name in the folder of the preference file.
+std::string Beside_Preference_File(const std::string& name);
 void Write_Recent_Files();
 void Show_Recent_Files();
 void Open_Recent(const std::string& name);

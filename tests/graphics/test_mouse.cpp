@@ -1,4 +1,5 @@
 // Mouse sequences on a real pattern: zoom, click, undo, drag, excluded regions, wheel and Home.
+#include "app/store/x_space.h"
 #include "plot_fixture.h"
 
 using namespace ptest;
@@ -64,6 +65,31 @@ TEST(Mouse, StatusBarReadOut) {
     Mouse_Event(Mouse(MouseMove, 0, 50, 50));  // outside the frame
     EXPECT_EQ(WindowStatusBarText(1), "");
     EXPECT_EQ(WindowStatusBarText(3), "");
+
+    // In a space, X is told in every space the wavelength of the file (1.494) allows;
+    // numpy: 2theta 50 is d 1.767553, Q 3.554737.
+    Set_X_Space("2theta");
+    Mouse_Event(Mouse(MouseMove, 0, px, py));
+    EXPECT_EQ(WindowStatusBarText(1), "2theta 50.000 | d 1.7676 A | Q 3.5547 A-1");
+    // Not shown, the first profile lends nothing; without a wavelength, X alone.
+    ZENDRITE_STORE& g = zendrite_param_global();
+    g.show_profile[1] = false;
+    Mouse_Event(Mouse(MouseMove, 0, px, py));
+    EXPECT_EQ(WindowStatusBarText(1).substr(0, 4), " X= ");
+    g.show_profile[1] = true;
+    g.pattern[1].lambda1 = 0.0f;
+    Mouse_Event(Mouse(MouseMove, 0, px, py));
+    EXPECT_EQ(WindowStatusBarText(1).substr(0, 4), " X= ");
+    // Converted to Q, the same place still reads 2theta 50 from the wavelength.
+    g.pattern[1].lambda1 = 1.494f;
+    bool error = true;
+    std::string message;
+    Convert_X_Space("q-space", error, message);
+    ASSERT_FALSE(error) << message;
+    Plot_ReMake();
+    Page_Of(3.554737f, 1000.0f, px, py);
+    Mouse_Event(Mouse(MouseMove, 0, px, py));
+    EXPECT_EQ(WindowStatusBarText(1), "2theta 50.000 | d 1.7676 A | Q 3.5547 A-1");
 }
 
 TEST(Mouse, DragPlotMovesHalfTheMouseStep) {
