@@ -268,3 +268,37 @@ TEST_F(Arith, OffsetAndScalingDialogsByValueAndHandedToTheMouse) {
     EXPECT_EQ(slots("d4.txt"), slots("d2.txt"));  // the mouse does the work, not the dialog
     EXPECT_EQ(value(file("d5.txt"), "MoveMode"), "4");
 }
+
+TEST_F(Arith, FourierTakesDataAndSmoothedProfilesAndSkipsASum) {
+    // A peak on the first points: the filter spreads some of it into the mirrored end, so
+    // the sum of y shows, beyond the six digits of the dump, that a profile went through it.
+    {
+        std::ofstream e(home / "edge.xy");
+        for (int i = 1; i <= 200; ++i) e << 10 + 0.05 * i << ' ' << (i <= 3 ? 5010 : 10) << "\n";
+    }
+    const std::string del = "dialog \"Delete profiles\" ";
+    const std::string s =
+        open("edge.xy") +
+        // a polynomial copy (SMOO) and a sum (SUMM) beside the raw file
+        "dialog 140 check 1330 1\ndialog 140 press 1\nmenu 40090\n"
+        "dialog 141 press 1332\ndialog 141 press 1\nmenu 40100\n" + dump("d0.txt") +
+        "dialog 140 radio 1021\ndialog 140 press 1\nmenu 40020\n" + dump("d1.txt") +
+        // the smoothed profile alone, first: accepted with "First profile"
+        del + "grid 10 1 3 1\n" + del + "grid 10 3 3 1\n" + del + "press 1\nmenu 40037\n" + dump("d2.txt") +
+        "dialog 140 radio 1020\ndialog 140 press 1\nmenu 40020\n" + dump("d3.txt");
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    ASSERT_EQ(slot_text("d0.txt", 2, "prf_type"), "SMOO");
+    ASSERT_EQ(slot_text("d0.txt", 3, "prf_type"), "SUMM");
+    // "All profiles": DATA and SMOO smoothed, the sum skipped with its message and left as it was
+    EXPECT_LT(slot_value("d1.txt", 1, "y_sum"), slot_value("d0.txt", 1, "y_sum") - 10);
+    EXPECT_LT(slot_value("d1.txt", 2, "y_sum"), slot_value("d0.txt", 2, "y_sum") - 10);
+    EXPECT_EQ(slot_value("d1.txt", 3, "y_sum"), slot_value("d0.txt", 3, "y_sum"));
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 | Profile 3is not of DATA type. It will be ignored"), std::string::npos) << out;
+    EXPECT_EQ(count(out, "is not of DATA type"), 1) << out;
+    ASSERT_EQ(value(file("d2.txt"), "nperfiles"), "1");
+    ASSERT_EQ(slot_text("d2.txt", 1, "prf_type"), "SMOO");
+    EXPECT_LT(slot_value("d3.txt", 1, "y_sum"), slot_value("d2.txt", 1, "y_sum") - 10);
+    EXPECT_EQ(value(file("d3.txt"), "nperfiles"), "1");
+    EXPECT_EQ(count(out, "Operation not permitted over this profile type"), 0) << out;
+}
