@@ -51,7 +51,8 @@ void Shift_Profiles(int& status, std::string& text) {
     WDialogShow(-1, -1, 0, Modal);
     const bool ok = WInfoDialog(4) == kIdOk;
     float x = 0, y = 0;
-    const bool good = read_real(kNewX, x) & read_real(kNewY, y);
+    const bool good_x = read_real(kNewX, x);
+    const bool good = read_real(kNewY, y) && good_x;
     WDialogUnload();
     if (!ok) {
         text = "Cancelled";

@@ -7,7 +7,6 @@ using namespace ptest;
 
 namespace {
 const int kRed = 255;                       // style 1
-const int kZone = 0xEBEBEB;                 // WRGB(235,235,235)
 const int kPurple = 0xC800C8;               // WRGB(200,0,200): a colour no default uses
 const int kDiffBlue = 0xFF0000;             // WRGB(0,0,255)
 const int kTickGreen = 0x008000;            // WRGB(0,128,0)
