@@ -28,6 +28,8 @@ void Fourier_Filter(float* y, int n, float window);
 
 // The command's use of the kernel on a pattern of n points: n/4 points mirrored
 // about each end, so that the ends of the pattern lie inside the filtered range.
+// Beyond the mirrored quarters the kernel's zero fill begins; a window wider than
+// about n/50 reaches it, and a constant then moves near the ends (2.4% at n/2).
 // Patterns of fewer than five points are left as they are.
 void Fourier_Smooth(float* y, int n, float window);
 inline void Fourier_Smooth(Array1<float>& y, int n, float window) { Fourier_Smooth(y.data(), n, window); }

@@ -56,15 +56,17 @@ void Compute_Plot_Limits() {
     for (int k = 1; k <= n; ++k) {
         const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
         if (!has_points(p)) continue;
+        // a shifted slot is drawn where its offset puts it, and the window follows it there
+        const float dx = g.draw_dx[static_cast<std::size_t>(k)], dy = g.draw_dy[static_cast<std::size_t>(k)];
         if (!any) {
-            xmin = p.xmin, xmax = p.xmax, ymin = p.ymin, ymax = p.ymax;
+            xmin = p.xmin + dx, xmax = p.xmax + dx, ymin = p.ymin + dy, ymax = p.ymax + dy;
             any = true;
             continue;
         }
-        xmin = std::min(xmin, p.xmin);
-        xmax = std::max(xmax, p.xmax);
-        ymin = std::min(ymin, p.ymin);
-        ymax = std::max(ymax, p.ymax);
+        xmin = std::min(xmin, p.xmin + dx);
+        xmax = std::max(xmax, p.xmax + dx);
+        ymin = std::min(ymin, p.ymin + dy);
+        ymax = std::max(ymax, p.ymax + dy);
     }
     g.data_xmin = xmin;
     g.data_xmax = xmax;

@@ -52,6 +52,14 @@ void Arith_Normalize_Monitor(int) {
     Plot_ReMake();
 }
 
+void Arith_Shift(int) {
+    int status = 0;
+    std::string text;
+    Shift_Profiles(status, text);
+    show(text);
+    Plot_ReMake();
+}
+
 void Arith_Offset_Scale(int item) {
     const int kind = item == 40149 ? 3 : item == 40115 ? 4 : 5;
     int status = 0;

@@ -56,6 +56,7 @@ void Arith_Sum(int item);  // Summation and Average
 void Arith_Difference(int item);
 void Arith_Multiply_Efficiency(int item);  // the Multiply/Shift panel and the efficiency correction
 void Arith_Normalize_Monitor(int item);
+void Arith_Shift(int item);         // the profiles drawn as a stack
 void Arith_Offset_Scale(int item);  // Offset/Align, Scaling X, Scaling Y
 void Arith_Smoothing(int item);     // Fourier and polynomial filters
 

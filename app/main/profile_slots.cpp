@@ -20,12 +20,12 @@ struct SLOT {
     DIFFRACTION_PATTERN_TYPE pattern;
     PRF_INFO_ADD_TYPE info;
     bool show = true, calc = false, bgr = false;
-    float x_shift_total = 0, y_mult_total = 1;
+    float x_shift_total = 0, y_mult_total = 1, dx = 0, dy = 0;
 };
 
 SLOT take(ZENDRITE_STORE& g, int s) {
     SLOT out{std::move(g.pattern[at(s)]), std::move(g.info[at(s)]), g.show_profile[at(s)], g.plot_calc[at(s)],
-             g.plot_bgr[at(s)], g.x_shift_total[at(s)], g.y_mult_total[at(s)]};
+             g.plot_bgr[at(s)], g.x_shift_total[at(s)], g.y_mult_total[at(s)], g.draw_dx[at(s)], g.draw_dy[at(s)]};
     Reset_Slot_Totals(s);
     Clear_Pattern_Record(g.pattern[at(s)]);
     Clear_Prf_Info(g.info[at(s)]);
@@ -42,6 +42,8 @@ void put(ZENDRITE_STORE& g, int s, SLOT&& from) {
     g.plot_bgr[at(s)] = from.bgr;
     g.x_shift_total[at(s)] = from.x_shift_total;
     g.y_mult_total[at(s)] = from.y_mult_total;
+    g.draw_dx[at(s)] = from.dx;
+    g.draw_dy[at(s)] = from.dy;
 }
 
 }  // namespace

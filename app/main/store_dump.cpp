@@ -35,6 +35,7 @@ std::string Store_Dump() {
       << "ProfilePRFactive " << g.ProfilePRFactive << "\n"
       << "nperfiles " << g.nperfiles << "\n"
       << "show " << g.show_ycalc << g.show_ydiff << g.show_reflexions << g.show_background << "\n"
+      << "shift_last " << Dump_Number(g.shift_x_last) << ' ' << Dump_Number(g.shift_y_last) << "\n"
       << "edit_flags " << g.peak_insert << g.peak_delete << g.bgr_insert << g.bgr_delete << "\n";
     o << "peaks " << g.Peak_List.count << "\n";
     for (int i = 1; i <= g.Peak_List.count && i <= kMaxPeaks + 1; ++i) {
@@ -66,6 +67,8 @@ std::string Store_Dump() {
           << "  monitor " << Dump_Number(p.monitor) << "\n"
           << "  x_shift_total " << Dump_Number(g.x_shift_total[static_cast<std::size_t>(s)]) << "\n"
           << "  y_mult_total " << Dump_Number(g.y_mult_total[static_cast<std::size_t>(s)]) << "\n"
+          << "  draw_offset " << Dump_Number(g.draw_dx[static_cast<std::size_t>(s)]) << ' '
+          << Dump_Number(g.draw_dy[static_cast<std::size_t>(s)]) << "\n"
           << "  y_sum " << Dump_Number(Dump_Sum(p.y, p.npts)) << "\n"
           << "  sigma_sum " << Dump_Number(Dump_Sum(p.sigma, p.npts)) << "\n"
           << "  nexcl " << in.nexcl << "\n";

@@ -41,6 +41,7 @@ void Reset_Slot_Totals(int slot) {
     if (slot < 1 || slot > kMaxProfiles) return;
     g.x_shift_total[static_cast<std::size_t>(slot)] = 0.0f;
     g.y_mult_total[static_cast<std::size_t>(slot)] = 1.0f;
+    g.draw_dx[static_cast<std::size_t>(slot)] = g.draw_dy[static_cast<std::size_t>(slot)] = 0.0f;
 }
 
 void Reset_Store() {
@@ -57,6 +58,9 @@ void Reset_Store() {
     g.plot_bgr.fill(false);
     g.x_shift_total.fill(0.0f);
     g.y_mult_total.fill(1.0f);
+    g.draw_dx.fill(0.0f);
+    g.draw_dy.fill(0.0f);
+    g.shift_x_last = g.shift_y_last = 0.0f;
     g.show_ycalc = g.show_ydiff = g.show_reflexions = true;
     g.peak_insert = g.peak_delete = g.bgr_insert = g.bgr_delete = false;
     g.Bgr_List.count = 0;

@@ -48,6 +48,8 @@ struct ZENDRITE_STORE {
     // panel; 0 and 1 for a slot just filled.
     std::array<float, kMaxProfiles + 1> x_shift_total{};
     std::array<float, kMaxProfiles + 1> y_mult_total{};
+    // Where a slot is drawn, moved from its data by the Shift dialog; the data stay.
+    std::array<float, kMaxProfiles + 1> draw_dx{}, draw_dy{};
 
     DIFFRACTION_PATTERN_TYPE qv_pattern;  // the pair of the Quick View
     PRF_INFO_ADD_TYPE qv_info;
@@ -61,6 +63,8 @@ struct ZENDRITE_STORE {
     int calc_mode = 0;
     bool mixed_scat_var = false;
     bool log_scale = false;
+    // The last shift X and Y given in the Shift dialog: slot k is drawn k-1 times them apart.
+    float shift_x_last = 0, shift_y_last = 0;
     float data_xmin = 0, data_xmax = 0, data_ymin = 0, data_ymax = 0;
     float win_xmin = 0, win_xmax = 0, win_ymin = 0, win_ymax = 0;
     float y_floor = 0;
@@ -101,7 +105,7 @@ struct STORE_HOOKS {
 STORE_HOOKS& Store_Hooks();
 
 void Reset_Store();
-// The start values of the per-slot totals of slot `slot`.
+// The start values of the per-slot totals and drawing offsets of slot `slot`.
 void Reset_Slot_Totals(int slot);
 void Enter_None_Mode();
 void Enter_Single_Mode(int keep);

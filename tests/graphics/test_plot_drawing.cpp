@@ -1,11 +1,12 @@
 // Frames drawn off-screen and probed by pixel: page, zone, curves, styles, log mode, legend, band.
 #include "plot_fixture.h"
 
+#include "app/store/profile_shift.h"
+
 using namespace ptest;
 
 namespace {
 const int kRed = 255;                       // style 1
-const int kZone = 0xEBEBEB;                 // WRGB(235,235,235)
 const int kPurple = 0xC800C8;               // WRGB(200,0,200): a colour no default uses
 const int kDiffBlue = 0xFF0000;             // WRGB(0,0,255)
 const int kTickGreen = 0x008000;            // WRGB(0,128,0)
@@ -170,4 +171,67 @@ TEST(PlotDrawing, ThreeRealPatternsInLogModeWithALegendLineEach) {
     EXPECT_GT(Count_Colour(840, 612, 1005, 636, 0xFF0000, 60), 5);
     EXPECT_GT(Count_Colour(840, 596, 1005, 620, 0x00FFFF, 60), 5);  // WRGB(255,255,0)
     EXPECT_TRUE(WPictureSave(kRootWindow, "plot_three_log.png"));
+}
+
+TEST(PlotDrawing, ShiftDrawsAStackAndLeavesTheDataAlone) {
+    Start_Window();
+    Fresh_Store();
+    ZENDRITE_STORE& g = zendrite_param_global();
+    for (int st = 1; st <= 3; ++st) {
+        Plot_Settings().styles[st].line_colour = Plot_Settings().styles[st].marker_colour = kPurple;
+        Plot_Settings().styles[st].line_width = 3;
+    }
+    Plot_Settings().legend.position = 1;
+    for (int k = 1; k <= 3; ++k) Add_Slot(400, 0, 100, [](float) { return 100.0f; });
+    g.show_profile[3] = false;  // hidden, yet moved and counted in the limits like the others
+    const DIFFRACTION_PATTERN_TYPE before = g.pattern[2];
+
+    // slot k drawn k-1 times the shift away; the difference to the last shift is what moves
+    ASSERT_TRUE(Apply_Profile_Shift(10, 50));
+    EXPECT_EQ(g.draw_dx[1], 0.0f);
+    EXPECT_EQ(g.draw_dy[1], 0.0f);
+    EXPECT_EQ(g.draw_dx[2], 10.0f);
+    EXPECT_EQ(g.draw_dy[3], 100.0f);
+    ASSERT_TRUE(Apply_Profile_Shift(5, 50));
+    EXPECT_EQ(g.draw_dx[3], 10.0f);
+    EXPECT_EQ(g.draw_dy[3], 100.0f);
+    EXPECT_EQ(g.shift_x_last, 5.0f);
+    EXPECT_FALSE(Apply_Profile_Shift(NAN, 1));
+    EXPECT_FALSE(Apply_Profile_Shift(1, INFINITY));
+    EXPECT_EQ(g.draw_dx[3], 10.0f);
+    EXPECT_EQ(g.shift_x_last, 5.0f);
+    EXPECT_EQ(g.pattern[2].x, before.x);
+    EXPECT_EQ(g.pattern[2].y, before.y);
+    EXPECT_EQ(g.pattern[2].ymax, before.ymax);
+
+    Enter_Multi_Mode(false);
+    Plot_ReMake();
+    EXPECT_FLOAT_EQ(g.data_xmin, 0);
+    EXPECT_FLOAT_EQ(g.data_xmax, 110);
+    EXPECT_FLOAT_EQ(g.data_ymin, 100);
+    EXPECT_FLOAT_EQ(g.data_ymax, 200);
+    auto purple_row = [](float x0, float x1, float y) {
+        float px0 = 0, px1 = 0, py = 0;
+        Page_Of(x0, y, px0, py);
+        Page_Of(x1, y, px1, py);
+        return Count_Colour(px0, py - 2, px1, py + 2, kPurple, 30);
+    };
+    // slot 2 at y 150 from x 5 to 105; nothing of it at its own place beside slot 1
+    EXPECT_GT(purple_row(10, 100, 150), 100);
+    EXPECT_EQ(purple_row(1, 4, 150), 0);
+    EXPECT_EQ(purple_row(10, 100, 200), 0);  // slot 3 is hidden
+    EXPECT_GT(purple_row(10, 100, 100), 100);
+    EXPECT_TRUE(WPictureSave(kRootWindow, "plot_shift.png"));
+
+    // in a log frame the offset stays in data units: slot 2 at log10(100 + 50)
+    Enter_Multi_Mode(true);
+    Plot_ReMake();
+    EXPECT_GT(purple_row(10, 100, std::log10(150.0f)), 100);
+    EXPECT_EQ(purple_row(1, 4, std::log10(150.0f)), 0);
+
+    // a reset brings every slot and the last shift back to 0
+    Reset_Store();
+    EXPECT_EQ(g.draw_dx[2], 0.0f);
+    EXPECT_EQ(g.draw_dy[3], 0.0f);
+    EXPECT_EQ(g.shift_y_last, 0.0f);
 }

@@ -8,7 +8,13 @@ window max(0, 1 - k^2 (window/m)^2) on every frequency, and the end points of
 the padded array repeating their neighbours. Run from the top of the tree:
 
     /usr/bin/python3 tests/tools/smoothing_reference.py > tests/data/calc/smoothing_reference.txt
+    /usr/bin/python3 tests/tools/smoothing_reference.py constant > tests/data/calc/fourier_constant_reference.txt
+
+The second table is the Fourier filter of a constant 1 of 1000 points for several
+windows: the mirrored quarters end in the zero fill of the transform, and a wide
+window reaches that edge, so the constant dips near the ends of the pattern.
 """
+import sys
 import numpy as np
 from scipy.signal import savgol_coeffs
 
@@ -65,4 +71,17 @@ def main():
         print("%d %.6f %.6f %.6f %.6f" % (i, y[i - 1], p[i - 1], f5[i - 1], f40[i - 1]))
 
 
-main()
+def constant():
+    n = 1000
+    windows = [5.0, 20.0, 50.0, 100.0, 250.0, 500.0]
+    cols = [fourier(np.ones(n), w) for w in windows]
+    print("# made by: /usr/bin/python3 tests/tools/smoothing_reference.py constant")
+    print("# Fourier filter of y = 1 on %d points; columns: i, then the windows %s" % (n, " ".join("%g" % w for w in windows)))
+    for i in range(1, n + 1):
+        print("%d %s" % (i, " ".join("%.8f" % c[i - 1] for c in cols)))
+
+
+if len(sys.argv) > 1 and sys.argv[1] == "constant":
+    constant()
+else:
+    main()
