@@ -61,6 +61,13 @@ void First_Derivative(const Array1<float>& x, const Array1<float>& y, const Arra
     }
 }
 
+// The first index from `from` with x(a) > t, `to` when none before it (x rising).
+int First_Above(const Array1<float>& x, int from, int to, float t) {
+    const float* b = x.data() + (from - 1);
+    const float* e = x.data() + (to - 1);
+    return static_cast<int>(std::upper_bound(b, e, t) - x.data()) + 1;
+}
+
 struct PEAK {
     float x, y, bgr;
 };
@@ -127,8 +134,7 @@ float Noise_Level(const Array1<float>& X2, const Array1<float>& D1, int n, const
     float W = -1e30f;
     if (n < 7) return W;
     for (float pos : bx) {
-        int a = 4;
-        while (a < n - 2 && X2(a) <= pos) ++a;
+        int a = First_Above(X2, 4, n - 2, pos);
         if (a >= n - 2) a = n - 3;
         float lo = D1(a - 3), hi = D1(a - 3);
         for (int i = a - 2; i <= a + 3; ++i) {
@@ -312,8 +318,7 @@ int Search_Points(const DIFFRACTION_PATTERN_TYPE& p, float xmin, float xmax, con
     Array1<float> px, py, pb;
     for (const PEAK& pk : peaks) {
         if (pk.bgr < 0.0f || n < 5) continue;
-        int a = 4;
-        while (a < n - 1 && X2(a) <= pk.x) ++a;
+        const int a = First_Above(X2, 4, n - 1, pk.x);
         const float limit = pk.bgr * (1.0f + c.peak_threshold);
         bool above = true;
         for (int i = a - 3; i <= a + 1; ++i) above = above && Y2(i) > limit;
