@@ -60,6 +60,9 @@ void Arith_Shift(int item);         // the profiles drawn as a stack
 void Arith_Offset_Scale(int item);  // Offset/Align, Scaling X, Scaling Y
 void Arith_Smoothing(int item);     // Fourier and polynomial filters
 
+// peak_menu.cpp
+void Peak_Auto_Search(int item);  // Auto detection of peaks, of satellites, of background
+
 // help_menu.cpp
 void Options_Preferences(int item);
 void Help_About(int item);

@@ -97,6 +97,10 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40088, XSpace_Constants},
             {40151, Excluded_Insert},
             {40034, Excluded_Admin},
+            // Peak and background search
+            {40092, Peak_Auto_Search},
+            {40180, Peak_Auto_Search},
+            {40159, Peak_Auto_Search},
         };
         std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
         return t;
