@@ -44,7 +44,7 @@ TEST(LoadFolder, BadFilesAmongGoodOnes) {
     d.Write("Run_3.xye", xye(3));
     d.Write("run_1.xye", xye(1));
     d.Write("run_4.xye", "");                                   // empty
-    d.Write("run_5.xye", std::string("\x7f" "ELF\x02\x01\x01\0\0\0\xff\xfe\x80\x90", 16) + std::string(3000, '\x01'));
+    d.Write("run_5.xye", std::string("\x7f" "ELF\x02\x01\x01\0\0\0\xff\xfe\x80\x90", 14) + std::string(3000, '\x01'));
     d.Write("run_6.xye", "these are not numbers\nat all\n");
     d.Write("notes.txt", "a log book\n");                      // no format row
     d.Write(".run_0.xye", xye(0));                              // hidden
