@@ -164,3 +164,23 @@ TEST_F(Peaks, RunQuestionAfterSave) {
     EXPECT_NE(out.find("PATH " + at("bin") + ":"), std::string::npos) << out;
     EXPECT_FALSE(fs::exists(home / "ito_inp.dat"));
 }
+
+// Search peaks in zone: a band drawn over the 111 and 200 lines of ceria adds
+// the peaks inside it and keeps the list's peaks outside it.
+TEST_F(Peaks, SearchPeaksInADraggedZone) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    const std::string s = "files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40096\nmenu 40093\nmouse press 1 20.0 100\n" +
+                          "menu 40242\nmouse press 1 7.0 100\nmouse move 0 8.0 100\nmouse release 1 9.0 100\n" +
+                          "dump " + at("d.txt") + "\n" +
+                          // a zone of fewer than ten points
+                          "menu 40242\nmouse press 1 7.40 100\nmouse release 1 7.41 100\ndump " + at("e.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    const std::string d = file("d.txt");
+    EXPECT_EQ(value(d, "peaks"), "3") << d;
+    EXPECT_NE(d.find("\n  7.4"), std::string::npos) << d;  // 111
+    EXPECT_NE(d.find("\n  8.6"), std::string::npos) << d;  // 200
+    EXPECT_NE(d.find("\n  20 "), std::string::npos) << d;   // kept
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 | Number of points < 10"), std::string::npos) << out;
+    EXPECT_EQ(value(file("e.txt"), "peaks"), "3");
+}
