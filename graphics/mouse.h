@@ -24,6 +24,7 @@ struct MOUSE_STATE {
     bool spectral_lines = false;
     bool line_kalpha1 = false, line_kalpha2 = false, line_kbeta = false, line_lalpha1 = false;
     int rotation = 0, elevation = 22;  // 3D graphs
+    bool zone_search = false;          // the next band of the calculation mode is a search zone
 };
 MOUSE_STATE& Mouse_State();
 
@@ -33,6 +34,7 @@ void Mouse_Event(const WIN_MESSAGE& message);
 void MouseMovement_Default(const WIN_MESSAGE& message);
 void MouseMovement_DragPlot(const WIN_MESSAGE& message);
 void MouseMovement_SelExclReg(const WIN_MESSAGE& message);
+void MouseMovement_SearchZone(const WIN_MESSAGE& message);
 void MouseMovement_OffsetAlign(const WIN_MESSAGE& message);
 void MouseMovement_ScaleX(const WIN_MESSAGE& message);
 void MouseMovement_ScaleY(const WIN_MESSAGE& message);

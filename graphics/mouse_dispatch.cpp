@@ -30,7 +30,8 @@ void Mouse_Event(const WIN_MESSAGE& e) {
         default: Graphics_Fault("Fault: /zendrite_win_root/Ihand_WinRoot/17 Unknown MoveMode ");
         }
     } else if (Same(mode, "calculation")) {
-        MouseMovement_Default(e);
+        if (Mouse_State().zone_search) MouseMovement_SearchZone(e);
+        else MouseMovement_Default(e);
     } else if (Same(mode, "graph2dcontour") || Same(mode, "graph2dcontour_log")) {
         MouseMovement_graph2dcontour(e);
     } else if (Same(mode, "graph3d") || Same(mode, "graph3dsurf")) {

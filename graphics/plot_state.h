@@ -30,6 +30,8 @@ struct GRAPHICS_HOOKS {
     void (*graph_other)(const std::string& graph_mode) = nullptr;  // contour and 3D graphs
     // The excluded-region dialog with the limits of the mouse; status false with a text on failure.
     void (*add_excluded_region)(float low, float high, bool& error, std::string& text) = nullptr;
+    // The zone of a peak search chosen by a band, data units (low < high).
+    void (*search_zone)(float low, float high) = nullptr;
     void (*message)(const std::string& text) = nullptr;  // default: a message box with OK
     void (*fault)(const std::string& text) = nullptr;    // default: the text on stderr, then the end
 };

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "app/present.h"
+#include "extprog/os_commands.h"
 #include "support/fixed_text.h"
 
 namespace zendrite {
@@ -28,38 +29,21 @@ void init_configure() {
     if (c.os_tag == "UNKN") fault("Fault: Unknown Operating System ");
     const bool win = c.os_tag == "WIND";
     c.dir_sep = win ? "\\" : "/";
-    if (c.os_tag == "WIND") {
-        c.file_browser = "explorer.exe";
-        c.web_browser = "C:\\Program Files\\Internet Explorer\\iexplore.exe";
-        c.pdf_viewer = "";
-        c.cmd_window = "cmd.exe";
-        c.text_editor = "notepad.exe";
-        c.cmd_prefix = "cmd /t:0e /c";
-        c.compressor = "7zFM ";
-    } else if (c.os_tag == "LINU") {
-        c.file_browser = "gnome-open";
-        c.web_browser = "firefox";
-        c.pdf_viewer = "evince";
-        c.cmd_window = "xterm";
-        c.text_editor = "gedit";
-        c.cmd_prefix = "";
-        c.compressor = "gzip";
-    } else {
-        c.file_browser = "open -a finder";
-        c.web_browser = "open -a safari";
-        c.pdf_viewer = "open";
-        c.cmd_window = "xterm";
-        c.text_editor = "textedit";
-        c.cmd_prefix = "";
-        c.compressor = "";
-    }
-    const std::string exe = win ? ".exe" : "";
-    c.prog_corvane = (win ? "wcorvane2k" : "corvane2k") + exe;
-    c.prog_tessara = "tessara" + exe;
-    c.prog_glattiq = "gLattiq" + exe;
-    c.prog_quavor = "gquavor" + exe;
-    c.prog_atelier = "cv_atelier" + exe;
-    c.prog_dicvol = "dicvol06" + exe;
+    hxl::OS_COMMAND_TABLE_TYPE t;
+    hxl::Os_Command_Table(c.os_tag, t);
+    c.file_browser = t.file_explorer;
+    c.web_browser = t.web_browser;
+    c.pdf_viewer = t.pdf_viewer;
+    c.cmd_window = t.console;
+    c.text_editor = t.text_editor;
+    c.compressor = t.unpacker;
+    c.cmd_prefix = win ? "cmd /t:0e /c" : "";
+    c.prog_corvane = hxl::Sibling_Program(hxl::SIBLING::Corvane, c.os_tag);
+    c.prog_tessara = hxl::Sibling_Program(hxl::SIBLING::Tessara, c.os_tag);
+    c.prog_glattiq = hxl::Sibling_Program(hxl::SIBLING::Glattiq, c.os_tag);
+    c.prog_quavor = hxl::Sibling_Program(hxl::SIBLING::Quavor, c.os_tag);
+    c.prog_atelier = hxl::Sibling_Program(hxl::SIBLING::Atelier, c.os_tag);
+    c.prog_dicvol = hxl::Sibling_Program(hxl::SIBLING::Dicvol, c.os_tag);
     c.setfile_name = "zendrite-2006.set";
     if (c.setfile_name != "zendrite-2006.set") fault("Fault: /zendrite_initialize/init_configure/03 bad setfilename");
 }

@@ -62,6 +62,22 @@ void Arith_Smoothing(int item);     // Fourier and polynomial filters
 
 // peak_menu.cpp
 void Peak_Auto_Search(int item);  // Auto detection of peaks, of satellites, of background
+inline constexpr int kZoneSearchItem = 40242, kSaveAllIndexingItem = 40243;
+void Peak_Zone_Search(int item);  // the next band drawn in the peak mode is searched
+void Search_Zone_Peaks(float low, float high);
+int Peak_Search_Type();  // the peak type of the conditions dialog, 1 to 4
+
+// peak_save_menu.cpp: the peak and background files, the indexing inputs
+void Peak_Save(int item);
+// `status` "Cancelled" when the user gave up, else the failure text; `file` the name written.
+bool Save_Peaks(const std::string& format, std::string& status, std::string& file);
+bool Save_Background(std::string& status);
+bool Save_All_Indexing(std::string& status);
+
+// ext_apps_menu.cpp: console, explorer, the indexing programs and Pellan
+void Ext_Run(int item);
+// The question "Do you want to run ...?" after a save of an indexing input, and the run.
+void After_Peak_Save(int save_item, const std::string& file);
 
 // help_menu.cpp
 void Options_Preferences(int item);

@@ -101,6 +101,22 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40092, Peak_Auto_Search},
             {40180, Peak_Auto_Search},
             {40159, Peak_Auto_Search},
+            {kZoneSearchItem, Peak_Zone_Search},
+            {40010, Peak_Save},
+            {40098, Peak_Save},
+            {40160, Peak_Save},
+            {40177, Peak_Save},
+            {40191, Peak_Save},
+            {40002, Peak_Save},
+            {kSaveAllIndexingItem, Peak_Save},
+            // Ext. Applications, Tools
+            {40128, Ext_Run},
+            {40132, Ext_Run},
+            {40188, Ext_Run},
+            {40192, Ext_Run},
+            {40178, Ext_Run},
+            {40193, Ext_Run},
+            {40197, Ext_Run},
         };
         std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
         return t;

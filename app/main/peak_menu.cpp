@@ -13,6 +13,9 @@
 #include "peaks/peak_lists.h"
 #include "peaks/search_points.h"
 #include "support/fixed_text.h"
+#if ZD_WITH_PLOT
+#include "graphics/mouse.h"
+#endif
 
 namespace zendrite {
 
@@ -125,7 +128,64 @@ int auto_search(int item, std::string& status) {
     return 0;
 }
 
+// The background under x from the background points (straight lines between
+// them, the end values beyond); 0 without points.
+float Background_Under(float x) {
+    const BGR_LIST_TYPE& b = zendrite_param_global().Bgr_List;
+    const int n = std::clamp(b.count, 0, kMaxBgrPoints);
+    if (n == 0) return 0.0f;
+    if (x <= b.p[1].x) return b.p[1].y;
+    for (int i = 2; i <= n; ++i) {
+        const BGR_RECORD &a = b.p[static_cast<std::size_t>(i - 1)], &c = b.p[static_cast<std::size_t>(i)];
+        if (x <= c.x) return c.x > a.x ? a.y + (c.y - a.y) * (x - a.x) / (c.x - a.x) : c.y;
+    }
+    return b.p[static_cast<std::size_t>(n)].y;
+}
+
 }  // namespace
+
+int Peak_Search_Type() { return std::clamp(conditions().peak_type, 1, 4); }
+
+void Peak_Zone_Search(int) {
+#if ZD_WITH_PLOT
+    ZENDRITE_STORE& g = zendrite_param_global();
+    if (g.nperfiles < 1 || g.calc_mode != 2) return;
+    Mouse_State().zone_search = true;
+    WCursorShape(3);
+    WindowOutStatusBar(5, "Peaks allocation: Search peaks in zone");
+#endif
+}
+
+void Search_Zone_Peaks(float low, float high) {
+    ZENDRITE_STORE& g = zendrite_param_global();
+    WindowOutStatusBar(5, "Peaks allocation: ");
+    if (g.nperfiles < 1) return;
+    hxl::PKB_TYPE r;
+    std::string message;
+    const bool whole = hxl::Search_Peaks_In_Zone(g.pattern[1], low, high, hxl::kListLimit, r, message);
+    if (!whole && r.np == 0) {
+        Show_Message(message);
+        return;
+    }
+    // The zone's peaks replace those the list had inside the zone.
+    std::vector<PEAK_RECORD> kept;
+    for (int i = 1; i <= std::clamp(g.Peak_List.count, 0, kMaxPeaks + 1); ++i) {
+        const PEAK_RECORD& q = g.Peak_List.p[static_cast<std::size_t>(i)];
+        if (q.x < low || q.x > high) kept.push_back(q);
+    }
+    std::vector<PEAK_RECORD> found;
+    for (int i = 1; i <= r.np; ++i) found.push_back({r.x(i), r.y(i), Background_Under(r.x(i))});
+    if (kept.size() + found.size() > static_cast<std::size_t>(kMaxPeaks)) {
+        Show_Message(hxl::kMsgMaxPeaks);
+        return;
+    }
+    kept.insert(kept.end(), found.begin(), found.end());
+    std::stable_sort(kept.begin(), kept.end(), [](const PEAK_RECORD& a, const PEAK_RECORD& b) { return a.x < b.x; });
+    g.Peak_List.count = static_cast<int>(kept.size());
+    std::copy(kept.begin(), kept.end(), g.Peak_List.p.begin() + 1);
+    if (!whole) Show_Message(message);
+    Plot_Again();
+}
 
 void Peak_Auto_Search(int item) {
     std::string status;

@@ -21,6 +21,7 @@ void Connect_Plot() {
     Graphics_Hooks().add_excluded_region = [](float low, float high, bool& error, std::string& text) {
         Add_Excluded_Region(low, high, error, text, true);
     };
+    Graphics_Hooks().search_zone = Search_Zone_Peaks;
     Graphics_Hooks().title_screen = Draw_Title_Screen;
     Graphics_Hooks().enable_data_menus = [] {
         Grey_Data_Menus(true);

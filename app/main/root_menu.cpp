@@ -63,10 +63,11 @@ const std::vector<MENU_ENTRY>& entries() {
         end(),
         pop("Peak detection"),
         ck(40091, "Peak detection mode"), it(40096, "Enable"), it(40097, "Disabled"), sep(),
-        it(40092, "Auto detection"), it(40180, "Satellites detection"), it(40147, "Clear all"),
+        it(40092, "Auto detection"), it(40180, "Satellites detection"), it(kZoneSearchItem, "Search peaks in zone"), it(40147, "Clear all"),
         it(40093, "Insert peak"), it(40094, "Delete peak"), sep(),
         pop("Save peaks"), it(40010, "Free Format"), it(40098, "Dicvol Format"), it(40160, "Ito Format"),
-        it(40177, "Ombra Format"), it(40191, "Treor Format"), end(),
+        it(40177, "Ombra Format"), it(40191, "Treor Format"), sep(),
+        it(kSaveAllIndexingItem, "Save for all indexing programs"), end(),
         it(40008, "Peak list"),
         end(),
         pop("Background"),
@@ -168,7 +169,7 @@ void Grey_Data_Menus(bool enabled) {
 
 void Calculation_Mode_Menus(int mode) {
     static const int group[] = {40024, 40091, 40120, 40095, 40099, 40194, 40146, 40150, 40225, 40224,
-                                40096, 40097, 40092, 40180, 40147, 40093, 40094, 40008, 40138, 40139,
+                                40096, 40097, 40092, 40180, kZoneSearchItem, 40147, 40093, 40094, 40008, 40138, 40139,
                                 40159, 40148, 40144, 40145, 40002, 40154, 40215};
     for (int i : group) {
         WMenuSetState(i, 1, 0);
@@ -180,7 +181,7 @@ void Calculation_Mode_Menus(int mode) {
     switch (mode) {
     case 0: on({40105, 40091, 40096, 40120, 40138, 40154, 40215, 40095}); break;
     case 1: WMenuSetState(40024, 2, 1), on({40099, 40194, 40146, 40150, 40225, 40224}); break;
-    case 2: WMenuSetState(40091, 2, 1), on({40097, 40092, 40147, 40093, 40094, 40008}); break;
+    case 2: WMenuSetState(40091, 2, 1), on({40097, 40092, kZoneSearchItem, 40147, 40093, 40094, 40008}); break;
     case 3: WMenuSetState(40120, 2, 1), on({40139, 40159, 40148, 40144, 40145, 40002}); break;
     default: break;
     }
