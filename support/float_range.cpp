@@ -10,25 +10,29 @@ namespace hxl {
 
 namespace {
 
-void plain(const float* v, int n, float& lo, float& hi) {
+bool plain(const float* v, int n, float& lo, float& hi) {
+    bool nan = false;
     for (int i = 0; i < n; ++i) {
+        nan = nan || v[i] != v[i];
         if (v[i] < lo) lo = v[i];
         if (v[i] > hi) hi = v[i];
     }
+    return nan;
 }
 
 }  // namespace
 
-void Float_Range(const float* v, int n, float& lo, float& hi) {
+bool Float_Range(const float* v, int n, float& lo, float& hi) {
 #if defined(__SSE2__)
     if (n >= 8) {
         // minps(a, b) is "a < b ? a : b": a NaN in a leaves b, as the plain loop does.
-        __m128 l = _mm_set1_ps(lo), h = _mm_set1_ps(hi);
+        __m128 l = _mm_set1_ps(lo), h = _mm_set1_ps(hi), nan = _mm_setzero_ps();
         int i = 0;
         for (; i + 4 <= n; i += 4) {
             const __m128 x = _mm_loadu_ps(v + i);
             l = _mm_min_ps(x, l);
             h = _mm_max_ps(x, h);
+            nan = _mm_or_ps(nan, _mm_cmpunord_ps(x, x));
         }
         float ls[4], hs[4];
         _mm_storeu_ps(ls, l);
@@ -38,16 +42,16 @@ void Float_Range(const float* v, int n, float& lo, float& hi) {
             if (ls[k] < rl) rl = ls[k];
             if (hs[k] > rh) rh = hs[k];
         }
-        plain(v + i, n - i, rl, rh);
+        const bool nan_tail = plain(v + i, n - i, rl, rh);
         // Which zero wins depends on the order of the comparisons: the plain loop decides.
         if (rl != 0.0f && rh != 0.0f) {
             lo = rl;
             hi = rh;
-            return;
+            return nan_tail || _mm_movemask_ps(nan) != 0;
         }
     }
 #endif
-    plain(v, n, lo, hi);
+    return plain(v, n, lo, hi);
 }
 
 }  // namespace hxl
