@@ -13,7 +13,7 @@
 // glibc's vector asin (libmvec, x86-64 vector function ABI: two doubles with SSE, four
 // with AVX2). Their results rounded to float are those of the scalar asin.
 extern "C" __m128d _ZGVbN2v_asin(__m128d);
-extern "C" __m256d _ZGVdN4v_asin(__m256d);
+extern "C" __attribute__((target("avx2"))) __m256d _ZGVdN4v_asin(__m256d);
 #define ZD_VECTOR_ASIN 1
 #endif
 
@@ -69,7 +69,7 @@ struct X_RANGE {
 
 bool well_inside(const X_RANGE& r) { return r.lo >= 1e-30 && r.hi <= 1e30; }  // false for NaN too
 
-bool step_range(X_STEP s, X_RANGE& r, double c1) {
+bool step_range(X_STEP s, X_RANGE& r, double c1, double c2) {
     if (!well_inside(r)) return false;
     switch (s) {
     case X_STEP::Theta_To_D: {
@@ -89,7 +89,13 @@ bool step_range(X_STEP s, X_RANGE& r, double c1) {
     case X_STEP::S_To_D: r = {1.0 / r.hi, 1.0 / r.lo}; break;
     case X_STEP::S_To_Q: r = {kTwoPi * r.lo, kTwoPi * r.hi}; break;
     case X_STEP::Q_To_S: r = {r.lo / kTwoPi, r.hi / kTwoPi}; break;
-    default: return false;  // the times: point by point
+    case X_STEP::D_To_Time:
+    case X_STEP::Time_To_D:
+        // Both rise with x when dtt2 >= 0; a falling parabola is left to the points.
+        if (!(c1 >= 1e-6 && c1 <= 1e12 && c2 >= 0.0 && c2 <= 1e12)) return false;
+        if (s == X_STEP::D_To_Time) r = {r.lo * (c1 + c2 * r.lo), r.hi * (c1 + c2 * r.hi)};
+        else r = {D_From_Time(r.lo, c1, c2), D_From_Time(r.hi, c1, c2)};
+        break;
     }
     r = {r.lo * (1.0 - 1e-3), r.hi * (1.0 + 1e-3)};
     return well_inside(r);
@@ -143,7 +149,7 @@ int Unconvertible_X_Point(const float* x, int n, const std::vector<X_STEP>& step
     float lo = kFloatMax, hi = -kFloatMax;
     bool sure = !Float_Range(x, n, lo, hi);
     X_RANGE r{lo, hi};
-    for (X_STEP s : steps) sure = sure && step_range(s, r, c1);
+    for (X_STEP s : steps) sure = sure && step_range(s, r, c1, c2);
     if (sure) return 0;
     // Near an edge of the domain: the points themselves decide, a block at a time.
     constexpr int kBlock = 512;
