@@ -52,14 +52,27 @@ double D_From_Time(double x, double dtt1, double dtt2);
 // result is not a finite positive number, and x is then unchanged.
 bool Convert_X_Value(double& x, const std::vector<X_STEP>& steps, double c1, double c2);
 
+// The n points of `x` through the steps, in place and unchecked: a point
+// without a value gets NaN or a value that is not positive.
+void Map_X_Points(float* x, int n, const std::vector<X_STEP>& steps, double c1, double c2);
+
 // The n points of `in` through the steps into `out`, step by step over the whole array, in
 // float arithmetic for the trigonometric steps (the points are floats). 0 when every point
 // converts, else the number (from 1) of the first that has no value.
 int Convert_X_Points(const float* in, float* out, int n, const std::vector<X_STEP>& steps, double c1, double c2);
 
-// Convert_Pattern_X with the points converted already into `x` (Convert_X_Points).
-void Finish_Pattern_X(DIFFRACTION_PATTERN_TYPE& pattern, PRF_INFO_ADD_TYPE& info, Array1<float>&& x,
-                      const std::vector<X_STEP>& steps, std::vector<std::string>& messages);
+// The number Convert_X_Points would give, without converting when the range of the
+// points shows that all of them convert.
+int Unconvertible_X_Point(const float* x, int n, const std::vector<X_STEP>& steps, double c1, double c2);
+
+// The points of the pattern through the steps in place (Map_X_Points), then
+// xmin/xmax/ymin/ymax. Only after Unconvertible_X_Point found every point good.
+void Convert_Points_In_Place(DIFFRACTION_PATTERN_TYPE& pattern, const std::vector<X_STEP>& steps);
+
+// The rest of Convert_Pattern_X after the points: refl_pos of a "PRF" profile and the
+// excluded regions (Convert_Excluded_Regions, whose messages go to `messages`).
+void Convert_Reflections_And_Regions(const DIFFRACTION_PATTERN_TYPE& pattern, PRF_INFO_ADD_TYPE& info,
+                                     const std::vector<X_STEP>& steps, std::vector<std::string>& messages);
 
 // The first point or reflection that the steps can't convert, as a text
 // naming it; empty when the whole pattern converts.

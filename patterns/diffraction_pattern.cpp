@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "support/fixed_text.h"
+#include "support/float_range.h"
 
 namespace hxl {
 
@@ -39,16 +40,9 @@ void Allocate_Pattern(DIFFRACTION_PATTERN_TYPE& p, int n) {
 }
 
 void Pattern_Y_Limits(DIFFRACTION_PATTERN_TYPE& p) {
-    float lo = std::numeric_limits<float>::max();
-    float hi = -std::numeric_limits<float>::max();
-    const float* y = p.y.data();
-    const int n = std::min(p.npts, p.y.size());
-    for (int i = 0; i < n; ++i) {
-        if (y[i] < lo) lo = y[i];
-        if (y[i] > hi) hi = y[i];
-    }
-    p.ymin = lo;
-    p.ymax = hi;
+    p.ymin = std::numeric_limits<float>::max();
+    p.ymax = -std::numeric_limits<float>::max();
+    Float_Range(p.y.data(), std::min(p.npts, p.y.size()), p.ymin, p.ymax);
 }
 
 }  // namespace hxl

@@ -76,6 +76,16 @@ bool convertible(const std::vector<int>& slots, const std::vector<hxl::X_STEP>& 
     return true;
 }
 
+// f(0) .. f(count-1), the even ones here and the odd ones on a second thread.
+template <class F>
+void on_two_threads(std::size_t count, F f) {
+    std::thread second([&] {
+        for (std::size_t k = 1; k < count; k += 2) f(k);
+    });
+    for (std::size_t k = 0; k < count; k += 2) f(k);
+    second.join();
+}
+
 void convert_slot(int s, const std::vector<hxl::X_STEP>& steps) {
     ZENDRITE_STORE& g = zendrite_param_global();
     std::vector<std::string> messages;
@@ -154,21 +164,14 @@ void Convert_X_Space(const std::string& target, bool& error, std::string& messag
     std::vector<int> slots;
     for (int s = 1; s <= g.nperfiles; ++s) slots.push_back(s);
     if (!guard_of(plan.guard, slots, message)) return;
-    // Every slot is converted aside first (two workers share the slots); the store changes
-    // only when all points have a value in the target.
-    std::vector<hxl::Array1<float>> fresh(slots.size());
+    // The domain of every point is checked first, and the points are converted in place only
+    // when all of them have a value in the target. Two workers share the slots in both passes.
     std::vector<int> bad(slots.size(), 0);
-    auto work = [&](std::size_t first) {
-        for (std::size_t k = first; k < slots.size(); k += 2) {
-            const DIFFRACTION_PATTERN_TYPE& p = g.pattern[at(slots[k])];
-            const int n = std::min(p.npts, p.x.size());
-            fresh[k] = hxl::Array1<float>(p.x.size());
-            if (n > 0) bad[k] = hxl::Convert_X_Points(p.x.data(), fresh[k].data(), n, plan.steps, p.lambda1, p.lambda2);
-        }
-    };
-    std::thread second(work, 1);
-    work(0);
-    second.join();
+    on_two_threads(slots.size(), [&](std::size_t k) {
+        const DIFFRACTION_PATTERN_TYPE& p = g.pattern[at(slots[k])];
+        bad[k] = hxl::Unconvertible_X_Point(p.x.data(), std::min(p.npts, p.x.size()), plan.steps, p.lambda1,
+                                            p.lambda2);
+    });
     for (std::size_t k = 0; k < slots.size(); ++k)
         if (bad[k] != 0 || (hxl::Same(g.info[at(slots[k])].prf_type, "PRF") &&
                             !convertible({slots[k]}, plan.steps, to, message))) {  // reflections too
@@ -178,9 +181,11 @@ void Convert_X_Space(const std::string& target, bool& error, std::string& messag
                           " has no value in " + to + "\rConversion of xspace cancelled";
             return;
         }
-    for (std::size_t k = 0; k < slots.size(); ++k) {
+    on_two_threads(slots.size(),
+                   [&](std::size_t k) { hxl::Convert_Points_In_Place(g.pattern[at(slots[k])], plan.steps); });
+    for (int s : slots) {
         std::vector<std::string> messages;
-        hxl::Finish_Pattern_X(g.pattern[at(slots[k])], g.info[at(slots[k])], std::move(fresh[k]), plan.steps, messages);
+        hxl::Convert_Reflections_And_Regions(g.pattern[at(s)], g.info[at(s)], plan.steps, messages);
         for (const std::string& m : messages)
             if (X_Space_Hooks().message) X_Space_Hooks().message(m);
     }

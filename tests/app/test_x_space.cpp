@@ -177,3 +177,48 @@ TEST_F(XSpaceStore, EmptyStoreAndPointsWithoutValue) {
     EXPECT_EQ(m, "The point 1 (X = 0.000000) of p1 has no value in d-space\rConversion of xspace cancelled");
     EXPECT_EQ(g().pattern[1].x(2), 20.0f);
 }
+
+TEST_F(XSpaceStore, APointWithoutValueAnywhereLeavesEveryProfileAsItWas) {
+    // Six profiles, so that both workers hold some; converted to d first.
+    for (int k = 0; k < 6; ++k) {
+        std::vector<float> x(3000);
+        for (std::size_t i = 0; i < x.size(); ++i) x[i] = 5.0f + 0.05f * static_cast<float>(i) + static_cast<float>(k);
+        add("2theta", 1.5f, x);
+    }
+    bool error = false;
+    std::string m;
+    Convert_X_Space("d-space", error, m);
+    ASSERT_FALSE(error) << m;
+    auto snapshot = [] {
+        std::vector<std::vector<float>> s;
+        for (int k = 1; k <= g().nperfiles; ++k) {
+            const auto& p = g().pattern[static_cast<std::size_t>(k)];
+            s.emplace_back(p.x.vec());
+            s.back().push_back(p.xmin);
+            s.back().push_back(p.xmax);
+        }
+        return s;
+    };
+    // d below lambda/2 has no angle: at the last point of the last profile, then of the first.
+    for (int slot : {6, 1}) {
+        auto& p = g().pattern[static_cast<std::size_t>(slot)];
+        const float kept = p.x(p.npts);
+        p.x(p.npts) = 0.7f;
+        const auto before = snapshot();
+        Convert_X_Space("2theta", error, m);
+        EXPECT_TRUE(error);
+        EXPECT_EQ(m, "The point 3000 (X = 0.700000) of p" + std::to_string(slot) +
+                         " has no value in 2theta\rConversion of xspace cancelled");
+        EXPECT_EQ(snapshot(), before);
+        EXPECT_EQ(g().xspace, "d-space");
+        p.x(p.npts) = kept;
+    }
+    // Just above lambda/2 the point has an angle near 180 degrees, and all convert back.
+    g().pattern[6].x(3000) = std::nextafter(0.75f, 1.0f);
+    Convert_X_Space("2theta", error, m);
+    ASSERT_FALSE(error) << m;
+    EXPECT_GT(g().pattern[6].x(3000), 179.9f);
+    EXPECT_EQ(g().pattern[6].xmax, g().pattern[6].x(3000));
+    EXPECT_NEAR(g().pattern[1].x(1), 5.0f, 1e-4f);
+    EXPECT_NEAR(g().pattern[1].xmin, 5.0f, 1e-4f);
+}

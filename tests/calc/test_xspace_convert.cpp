@@ -169,3 +169,45 @@ TEST(XSpaceConvert, APatternKeepsItsOrderIntensitiesAndStep) {
     hxl::DIFFRACTION_PATTERN_TYPE bad = pattern({0.0f, 10.0f}, 1.5f);
     EXPECT_EQ(hxl::Unconvertible_Point(bad, data, {X_STEP::Theta_To_D}), "point 1 (X = 0.000000)");
 }
+
+TEST(XSpaceConvert, TheRangeCheckNamesThePointTheConversionRefuses) {
+    // Arrays that reach up to, and past, the edges of each domain: the check from the range of
+    // the points must name the first point that the conversion itself finds without a value.
+    std::mt19937 rng(21);
+    auto uniform = [&](double a, double b) { return std::uniform_real_distribution<double>(a, b)(rng); };
+    const std::vector<std::vector<X_STEP>> plans = {
+        {X_STEP::Theta_To_D}, {X_STEP::Theta_To_D, X_STEP::D_To_Q}, {X_STEP::D_To_Theta},
+        {X_STEP::Q_To_D, X_STEP::D_To_Theta}, {X_STEP::S_To_D, X_STEP::D_To_Theta}, {X_STEP::Q_To_S},
+        {X_STEP::D_To_Time}, {X_STEP::Time_To_D}};
+    int refused = 0, accepted = 0;
+    for (int r = 0; r < 3000; ++r) {
+        const auto& steps = plans[static_cast<std::size_t>(r) % plans.size()];
+        const bool time = steps[0] == X_STEP::D_To_Time || steps[0] == X_STEP::Time_To_D;
+        const double c1 = time ? uniform(1000.0, 20000.0) : uniform(0.3, 3.0);
+        const double c2 = time ? uniform(-5.0, 5.0) : 0.0;
+        std::vector<float> x(700);
+        const int kind = (r / static_cast<int>(plans.size())) % 5;
+        for (float& v : x) {
+            if (kind == 0) v = static_cast<float>(uniform(0.01, 179.0));                   // plain data
+            if (kind == 1) v = static_cast<float>(0.5 * c1 * (1.0 + uniform(-2e-7, 4e-6)));  // d near lambda/2
+            if (kind == 2) v = static_cast<float>(uniform(170.0, 370.0));                  // angles past 180
+            if (kind == 3) v = static_cast<float>(std::exp(uniform(-90.0, 90.0)));        // far out
+            if (kind == 4) v = static_cast<float>(uniform(0.5, 5.0) * c1);
+        }
+        if (r % 11 == 0) x[static_cast<std::size_t>(r) % x.size()] = std::nanf("");
+        if (r % 13 == 0) x.back() = -x.back();
+        std::vector<float> out(x.size());
+        const int n = static_cast<int>(x.size());
+        const int want = hxl::Convert_X_Points(x.data(), out.data(), n, steps, c1, c2);
+        ASSERT_EQ(hxl::Unconvertible_X_Point(x.data(), n, steps, c1, c2), want) << "case " << r;
+        (want == 0 ? accepted : refused) += 1;
+        // In place the same numbers come out.
+        hxl::Map_X_Points(x.data(), n, steps, c1, c2);
+        if (want == 0) {
+            ASSERT_EQ(x, out) << "case " << r;
+        }
+    }
+    // Both answers were met often.
+    EXPECT_GT(refused, 500);
+    EXPECT_GT(accepted, 500);
+}
