@@ -2,6 +2,8 @@
 
 #include <xylib/xylib.h>
 
+#include "patterns/library_check.h"
+
 #include <exception>
 #include <sstream>
 
@@ -18,11 +20,8 @@ bool Library_Format_Of_Head(std::string_view head, bool binary, std::string& nam
         if (!f) return false;
         std::istringstream in(bytes);
         std::string details;
-        try {
-            if (!xylib::check_format(static_cast<const xylib::FormatInfo*>(f), in, &details)) return false;
-        } catch (const std::exception&) {
-            return false;  // a head the check cannot parse is not of its format
-        }
+        // A head the check cannot parse is not of its format.
+        if (!Library_Check(static_cast<const xylib::FormatInfo*>(f), in, &details)) return false;
         name = format;
         description = f->desc ? f->desc : format;
         if (!details.empty()) description += " (" + details + ")";

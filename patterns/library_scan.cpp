@@ -12,7 +12,9 @@ bool Finite_Float(double value) { return std::isfinite(value) && std::fabs(value
 void Finish_Library_Scan(DIFFRACTION_PATTERN_TYPE& p) {
     const int n = p.npts;
     if (n < 1) return;
-    Make_X_Ascending(p);
+    // A scan that ends below its start is turned round whole (a library block
+    // has no other order to keep), so the limits always run low to high.
+    if (n > 1 && p.x(n) < p.x(1)) Reverse_Points(p);
     p.xmin = p.x(1);
     p.xmax = p.x(n);
     p.step = n > 1 ? (p.xmax - p.xmin) / static_cast<float>(n - 1) : 0.0f;

@@ -116,6 +116,13 @@ bool Make_X_Ascending(DIFFRACTION_PATTERN_TYPE& p) {
     if (n < 2 || p.x.size() < n || !(p.x(1) > p.x(n))) return false;
     for (int i = 1; i < n; ++i)
         if (p.x(i + 1) > p.x(i)) return false;
+    Reverse_Points(p);
+    return true;
+}
+
+void Reverse_Points(DIFFRACTION_PATTERN_TYPE& p) {
+    const int n = p.npts;
+    if (n < 2 || p.x.size() < n) return;
     reverse(p.x, n);
     reverse(p.y, n);
     reverse(p.sigma, n);
@@ -126,7 +133,6 @@ bool Make_X_Ascending(DIFFRACTION_PATTERN_TYPE& p) {
     p.xmin = p.x(1);
     p.xmax = p.x(n);
     p.step = std::fabs(p.step);
-    return true;
 }
 
 }  // namespace hxl

@@ -18,6 +18,9 @@ bool Check_Finite_Values(const DIFFRACTION_PATTERN_TYPE& pattern, std::string_vi
 // anywhere) into ascending order; limits and step follow. True when reversed.
 bool Make_X_Ascending(DIFFRACTION_PATTERN_TYPE& pattern);
 
+// Reverses the order of the points of every array; limits and step follow.
+void Reverse_Points(DIFFRACTION_PATTERN_TYPE& pattern);
+
 // The first token of `text` (outside "#"/"!" comment lines) that reads as a
 // number but is not a finite value of the 32-bit range: its 1-based line
 // and the token. Line 0 when there is none.

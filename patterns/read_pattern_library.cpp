@@ -3,6 +3,9 @@
 // its exceptions nor the user's decimal comma reach the profiles.
 #include "patterns/read_pattern_library.h"
 
+#include "patterns/library_check.h"
+#include "patterns/vamas_head.h"
+
 #include <xylib/xylib.h>
 
 #include <clocale>
@@ -64,7 +67,7 @@ private:
 bool starts(const std::string& bytes, std::string_view head) { return std::string_view(bytes).starts_with(head); }
 
 // xylib's name of the format: the magic numbers of the file first, then the
-// extension, then xylib's own guess (its extension table and checks).
+// extension, then the checks of the formats that have a signature.
 std::string library_format(const std::string& bytes, const std::string& filename) {
     if (starts(bytes, "RAW")) return "bruker_raw";  // "RAW ", "RAW2", "RAW1.01", "RAW4.00"
     if (starts(bytes, "V3RD") || starts(bytes, "V5RD")) return "philips_rd";
@@ -78,9 +81,17 @@ std::string library_format(const std::string& bytes, const std::string& filename
     const std::string ext = Trim_Right(Upper_Extension(filename));
     for (const auto& [e, name] : kByExtension)
         if (ext == e) return name;
-    std::istringstream in(bytes);
-    const xylib::FormatInfo* fi = xylib::guess_filetype(filename, in, nullptr);
-    return fi ? fi->name : "";
+    // Else the formats whose check looks at a signature (the library's checks
+    // of plain column layouts accept nearly any text, and its own text reader
+    // can loop for seconds on a damaged file, so neither is used).
+    static constexpr const char* kSigned[] = {"bruker_raw", "philips_rd", "canberra_cnf", "canberra_mca",
+                                              "vamas",      "cpi",        "rigaku_dat"};
+    for (const char* name : kSigned) {
+        std::istringstream in(bytes);
+        if (Library_Check(static_cast<const xylib::FormatInfo*>(xylib_get_format_by_name(name)), in, nullptr))
+            return name;
+    }
+    return "";
 }
 
 const std::string* meta_value(const xylib::Block& block, const xylib::DataSet& set, std::string_view key) {
@@ -236,10 +247,6 @@ bool block_pattern(const xylib::DataSet& set, int b, const std::string& format, 
 
 void read_dataset(const std::string& bytes, const std::string& filename, std::vector<DIFFRACTION_PATTERN_TYPE>& patterns,
                   int max_patterns, int& left_out) {
-    // Folders are read on worker threads; the library was not written for
-    // that, so one file at a time goes through it.
-    static std::mutex library_lock;
-    const std::lock_guard<std::mutex> hold(library_lock);
     const std::string format = library_format(bytes, filename);
     // The C table holds the library's FormatInfo records under their C base.
     const xylibFormat* found = format.empty() ? nullptr : xylib_get_format_by_name(format.c_str());
@@ -250,8 +257,15 @@ void read_dataset(const std::string& bytes, const std::string& filename, std::ve
     }
     {
         std::istringstream in(bytes);
-        if (!xylib::check_format(fi, in, nullptr)) {
+        if (!Library_Check(fi, in, nullptr)) {
             Set_Pattern_Error(std::string(" The file is not a valid ") + fi->desc + " file");
+            return;
+        }
+    }
+    if (format == "vamas") {
+        std::string why;
+        if (!Vamas_Head_Plausible(bytes, why)) {
+            Set_Pattern_Error(" The VAMAS file is damaged: " + why);
             return;
         }
     }
@@ -359,6 +373,11 @@ void Read_Library_Bytes(const std::string& bytes, const std::string& filename,
         return;
     }
     const C_Numeric_Locale c_locale;
+    // Folders are read on worker threads; the library was not written for
+    // that, so one file at a time goes through it. The lock is taken outside
+    // the try, so that no exception of the library unwinds through it.
+    static std::mutex library_lock;
+    const std::lock_guard<std::mutex> hold(library_lock);
     try {
         read_dataset(bytes, filename, patterns, max_patterns, left_out);
     } catch (const std::exception& e) {
