@@ -13,7 +13,7 @@ bool Library_Format_Of_Head(std::string_view head, bool binary, std::string& nam
     // Only formats whose check looks at a signature: the library's checks of
     // plain column layouts accept nearly any text and would name our own formats.
     static constexpr const char* kBinary[] = {"bruker_raw", "philips_rd", "canberra_cnf", "canberra_mca"};
-    static constexpr const char* kText[] = {"vamas", "cpi", "rigaku_dat"};
+    static constexpr const char* kText[] = {"cpi", "rigaku_dat"};
     const std::string bytes(head);
     auto try_one = [&](const char* format) {
         const xylibFormat* f = xylib_get_format_by_name(format);

@@ -82,7 +82,7 @@ TEST(LibraryFormats, EveryBlockAgreesWithXyconvAndWithTheFileReadByHand) {
         while (std::getline(in, line)) {
             std::istringstream s(line);
             Reference r;
-            if (!(s >> r.file >> mode) || mode != "LIBRARY") continue;
+            if (!(s >> r.file >> mode) || mode != "LIBRARY" || r.file.ends_with(".vms")) continue;
             s >> r.n >> r.x1 >> r.xn >> r.y[0] >> r.y[1] >> r.y[2] >> dash >> dash >> dash >> r.block;
             xyconv.push_back(r);
         }
@@ -95,13 +95,14 @@ TEST(LibraryFormats, EveryBlockAgreesWithXyconvAndWithTheFileReadByHand) {
             std::istringstream s(line);
             Reference r;
             s >> r.file >> r.block >> r.n >> r.x1 >> r.xn >> r.y[0] >> r.y[1] >> r.y[2];
-            hand.push_back(r);
+            if (!r.file.ends_with(".vms")) hand.push_back(r);
         }
     }
-    // 1 + 1 + 3 blocks of RAW, one MCA, one CNF, nine VAMAS regions.
-    EXPECT_EQ(check_lines(xyconv, xylib_mca), 16);
-    // RAW and VAMAS from their layouts, the MCA counts in PDP-11 word order, both RAS scans.
-    EXPECT_EQ(check_lines(hand, same), 17);
+    // 1 + 1 + 3 blocks of RAW, one MCA, one CNF (the VAMAS lines stay in the tables: that
+    // format is refused, see below).
+    EXPECT_EQ(check_lines(xyconv, xylib_mca), 7);
+    // RAW from its layout, the MCA counts in PDP-11 word order, both RAS scans.
+    EXPECT_EQ(check_lines(hand, same), 8);
 }
 
 TEST(LibraryFormats, HeadsGiveWavelengthAxisAndVariance) {
@@ -126,16 +127,11 @@ TEST(LibraryFormats, HeadsGiveWavelengthAxisAndVariance) {
     EXPECT_FLOAT_EQ(p.ymin, 145.0f);
     EXPECT_FLOAT_EQ(p.ymax, 5774.0f);
 
-    // An XPS file: the axis keeps the file's name and unit; no wavelength.
+    // An XPS file: refused, since the library's VAMAS reader overflows the stack on damaged heads.
     auto vms = blocks(Sample("mjr9_59c.vms"), left_out);
-    ASSERT_EQ(vms.size(), 9u);
-    EXPECT_EQ(vms[0].scat_var, "Energy");
-    EXPECT_EQ(vms[0].xax_text, "Kinetic Energy (eV)");
-    EXPECT_EQ(vms[0].diff_kind, "unknown");
-    EXPECT_EQ(vms[0].lambda1, 0.0f);
-    EXPECT_EQ(vms[2].title, "mjr9_59c.vms block 3 O 1s/6");
-    // Its third column is a transmission, not an error: the variance is the count.
-    EXPECT_FLOAT_EQ(vms[0].sigma(1), 2751.0f);
+    EXPECT_TRUE(vms.empty());
+    EXPECT_EQ(ERR_Pattern_Mess, " VAMAS (surface analysis) files are not read: the format library's reader of them "
+                                "is not safe on damaged files");
 
     // Spectra: a zero count has variance 1; the axis is named without a unit.
     auto mca = blocks(Sample("03yag02.mca"), left_out);
