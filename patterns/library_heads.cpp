@@ -33,14 +33,18 @@ bool Chiplot_Head_Plausible(const std::string& bytes, std::string& why) {
     HEAD_LINES h{std::istringstream(bytes)};
     std::string s;
     if (!skip(h, 3, why) || !h.next(s)) return why = "the head ends before its point count", false;
-    std::istringstream first(s);
-    std::string word;
-    first >> word;
     long lines = 1;
     for (char c : bytes) lines += c == '\n' || c == '\r';
-    if (word.empty() || word.size() > 9 || word.find_first_not_of("0123456789") != std::string::npos)
-        return why = "line 4 should hold the number of points", false;
-    if (std::stol(word) > lines) return why = "line 4 counts more points than the file has lines", false;
+    // "npts" or "npts ncols": every count of the line is checked.
+    std::istringstream counts(s);
+    std::string word;
+    int k = 0;
+    for (; counts >> word; ++k) {
+        if (k >= 2 || word.size() > 9 || word.find_first_not_of("0123456789") != std::string::npos)
+            return why = "line 4 should hold the number of points", false;
+        if (std::stol(word) > (k == 0 ? lines : 64)) return why = "line 4 counts more than the file holds", false;
+    }
+    if (k == 0) return why = "line 4 should hold the number of points", false;
     return true;
 }
 
