@@ -42,6 +42,8 @@ void fill_store(int profiles, int points) {
             p.y(i) = 100.0f + 10.0f * static_cast<float>(k % 50) + 900.0f * std::exp(-std::pow(std::fmod(x, 10.0f) - 5.0f, 2.0f) * 8.0f) +
                      static_cast<float>((static_cast<long long>(i) * 7919) % 97);
         }
+        p.xmin = p.x(1);  // the record's limits, as every reader sets them
+        p.xmax = p.x(points);
         p.ymin = 100.0f;
         p.ymax = 2200.0f;
         p.scat_var = "2theta";
