@@ -187,8 +187,11 @@ FORMAT_GUESS_TYPE Guess_Pattern_Format_Text(std::string_view head, std::string_v
     const std::string first = Adjustl(lines[0]);
 
     // Text formats with a signature of their own, strongest first.
-    if (Starts_With(first, "VAMAS Surface Chemical Analysis Standard"))
-        return guess(0, "first line names the VAMAS format of surface analysis, which this program does not read");
+    if (Starts_With(first, "VAMAS Surface Chemical Analysis Standard")) {
+        FORMAT_GUESS_TYPE g = guess(kRowLibrary, "first line names the VAMAS text format");
+        g.library = "vamas";
+        return g;
+    }
     if (Starts_With(first, "*RAS_DATA_START")) {
         FORMAT_GUESS_TYPE g = guess(kRowLibrary, "\"*RAS_DATA_START\" line: Rigaku SmartLab RAS text");
         g.library = "ras";

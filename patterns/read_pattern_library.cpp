@@ -1,42 +1,25 @@
-// Vendor files through xylib. Everything the library does runs inside one
-// try block, in the "C" numeric locale of this thread only, so that neither
-// its exceptions nor the user's decimal comma reach the profiles.
+// Vendor files through xylib. The library reads in a child process (a
+// damaged file can crash it or make it loop), in the "C" numeric locale, so
+// that neither its faults nor the user's decimal comma reach the profiles;
+// the profiles are made here from what it returns.
 #include "patterns/read_pattern_library.h"
 
-#include "patterns/library_check.h"
-#include "patterns/library_heads.h"
-
-#include <xylib/xylib.h>
-
 #include <clocale>
-#include <mutex>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <locale.h>
-#include <memory>
-#include <sstream>
+#include <new>
 #include <string_view>
 
 #include "patterns/format_table.h"
+#include "patterns/library_data.h"
+#include "patterns/library_load.h"
 #include "patterns/read_pattern.h"
 #include "support/fixed_text.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define ZD_LEAK_CHECK 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZD_LEAK_CHECK 1
-#endif
-#endif
-#ifdef ZD_LEAK_CHECK
-// xylib 1.6 loses the block it is filling when a file ends early or breaks
-// its layout (Bruker RAW load_version1_01, VAMAS read_block, ...): a few
-// kilobytes per refused file, allocated inside the library and out of reach
-// of any wrapper. The data set itself is ours and freed (see read_dataset).
-extern "C" const char* __lsan_default_suppressions() { return "leak:libxy.so\n"; }
-#endif
+#include "support/isolated_call.h"
 
 namespace hxl {
 namespace {
@@ -66,43 +49,15 @@ private:
 
 bool starts(const std::string& bytes, std::string_view head) { return std::string_view(bytes).starts_with(head); }
 
-// xylib's name of the format: the magic numbers of the file first, then the
-// extension, then the checks of the formats that have a signature.
-std::string library_format(const std::string& bytes, const std::string& filename) {
-    if (starts(bytes, "RAW")) return "bruker_raw";  // "RAW ", "RAW2", "RAW1.01", "RAW4.00"
-    if (starts(bytes, "V3RD") || starts(bytes, "V5RD")) return "philips_rd";
-    if (starts(bytes, "VAMAS Surface Chemical Analysis Standard")) return "vamas";
-    if (starts(bytes, "SIETRONICS XRD SCAN")) return "cpi";
-    static constexpr std::pair<std::string_view, const char*> kByExtension[] = {
-        {".RAW", "bruker_raw"}, {".RD", "philips_rd"},  {".SD", "philips_rd"},    {".CPI", "cpi"},
-        {".VMS", "vamas"},      {".CHI", "chiplot"},    {".XDD", "xfit_xdd"},     {".DBW", "dbws"},
-        {".RIT", "riet7"},      {".MCA", "canberra_mca"}, {".CNF", "canberra_cnf"},
-    };
-    const std::string ext = Trim_Right(Upper_Extension(filename));
-    for (const auto& [e, name] : kByExtension)
-        if (ext == e) return name;
-    // Else the formats whose check looks at a signature (the library's checks
-    // of plain column layouts accept nearly any text, and its own text reader
-    // can loop for seconds on a damaged file, so neither is used).
-    static constexpr const char* kSigned[] = {"bruker_raw", "philips_rd", "canberra_cnf", "canberra_mca",
-                                              "cpi",        "rigaku_dat"};
-    for (const char* name : kSigned) {
-        std::istringstream in(bytes);
-        if (Library_Check(static_cast<const xylib::FormatInfo*>(xylib_get_format_by_name(name)), in, nullptr))
-            return name;
-    }
-    return "";
-}
-
-const std::string* meta_value(const xylib::Block& block, const xylib::DataSet& set, std::string_view key) {
-    const std::string k(key);
-    if (block.meta.has_key(k)) return &block.meta.get(k);
-    if (set.meta.has_key(k)) return &set.meta.get(k);
+const std::string* meta_value(const Library_Block& block, const Library_Data& set, std::string_view key) {
+    for (const Library_Meta* m : {&block.meta, &set.meta})
+        for (const auto& [k, v] : *m)
+            if (k == key) return &v;
     return nullptr;
 }
 
 // The first of `keys` that holds a positive number below `limit`, else 0.
-float meta_number(const xylib::Block& block, const xylib::DataSet& set, std::initializer_list<std::string_view> keys,
+float meta_number(const Library_Block& block, const Library_Data& set, std::initializer_list<std::string_view> keys,
                   double limit) {
     for (std::string_view key : keys) {
         const std::string* v = meta_value(block, set, key);
@@ -114,7 +69,7 @@ float meta_number(const xylib::Block& block, const xylib::DataSet& set, std::ini
     return 0.0f;
 }
 
-std::string meta_text(const xylib::Block& block, const xylib::DataSet& set, std::initializer_list<std::string_view> keys) {
+std::string meta_text(const Library_Block& block, const Library_Data& set, std::initializer_list<std::string_view> keys) {
     for (std::string_view key : keys) {
         const std::string* v = meta_value(block, set, key);
         if (!v) continue;
@@ -186,42 +141,35 @@ bool pdp_count(double& v) {
     return true;
 }
 
-bool sigma_column(const std::string& name) {
-    const std::string l = Lower(Trim(name));
-    return has_word(l, {"sigma", "err", "esd", "uncert"}) || l == "s.u." || l == "su";
-}
-
 // One block as a profile; false with the message when a value is no finite float.
-bool block_pattern(const xylib::DataSet& set, int b, const std::string& format, const std::string& file,
+bool block_pattern(const Library_Data& set, const Library_Block& block, const std::string& file,
                    DIFFRACTION_PATTERN_TYPE& p, std::string& message) {
-    const xylib::Block& block = *set.get_block(b);
-    const int n = block.get_point_count();
-    const int ncol = block.get_column_count();
-    const xylib::Column& xc = block.get_column(ncol >= 2 ? 1 : 0);
-    const xylib::Column& yc = block.get_column(ncol >= 2 ? 2 : 1);
-    const xylib::Column* sc = ncol >= 3 && sigma_column(block.get_column(3).get_name()) ? &block.get_column(3) : nullptr;
+    const std::string& format = set.format;
+    const int n = static_cast<int>(block.x.size());
+    const bool has_sigma = !block.sigma.empty();
     Allocate_Pattern(p, n);
     if (ERR_Pattern) return false;
     for (int i = 0; i < n; ++i) {
-        double x = xc.get_value(i), y = yc.get_value(i);
-        const double s = sc ? sc->get_value(i) : 0.0;
+        const auto k = static_cast<std::size_t>(i);
+        double x = block.x[k], y = block.y[k];
+        const double s = has_sigma ? block.sigma[k] : 0.0;
         if ((format == "canberra_mca" && !pdp_count(y)) || !Finite_Float(x) || !Finite_Float(y) ||
-            (sc && !Finite_Float(s * s))) {
-            message = " Not a finite number at point " + std::to_string(i + 1) + " of block " + std::to_string(b + 1) +
-                      " of the file";
+            (has_sigma && !Finite_Float(s * s))) {
+            message = " Not a finite number at point " + std::to_string(i + 1) + " of block " +
+                      std::to_string(block.index + 1) + " of the file";
             return false;
         }
         p.x(i + 1) = static_cast<float>(x);
         p.y(i + 1) = static_cast<float>(y);
-        const float var = sc ? static_cast<float>(s * s) : std::fabs(p.y(i + 1));
+        const float var = has_sigma ? static_cast<float>(s * s) : std::fabs(p.y(i + 1));
         p.sigma(i + 1) = var < 1e-6f ? 1.0f : var;
     }
-    p.ct_step = xc.get_step() != 0.0;
+    p.ct_step = block.x_step != 0.0;
     p.sig_var = true;
 
     std::string unit;
     if (const std::string* u = meta_value(block, set, "abscissa units")) unit = Trim(*u);
-    set_x_space(p, xc.get_name(), unit, format);
+    set_x_space(p, block.x_name, unit, format);
     p.yax_text = "Intensity (arb. units)";
     p.diff_kind = "unknown";
     if (p.scat_var == "2theta" && meta_value(block, set, "ANODE_MATERIAL")) p.diff_kind = "xrays_cw";
@@ -235,8 +183,8 @@ bool block_pattern(const xylib::DataSet& set, int b, const std::string& format, 
     p.ratio = p.lambda2 > 0 ? meta_number(block, set, {"ALPHA_RATIO", "INTENSITY_RATIO", "RATIO"}, 10.0) : 0.0f;
 
     std::string title = file;
-    if (set.get_block_count() > 1) title += " block " + std::to_string(b + 1);
-    if (std::string name = Trim(block.get_name()); !name.empty()) title += " " + name;
+    if (set.block_count > 1) title += " block " + std::to_string(block.index + 1);
+    if (std::string name = Trim(block.name); !name.empty()) title += " " + name;
     if (std::string sample = meta_text(block, set, {"SAMPLE_ID", "description", "sample identifier", "SampleIdent"});
         !sample.empty())
         title += ": " + sample;
@@ -245,53 +193,59 @@ bool block_pattern(const xylib::DataSet& set, int b, const std::string& format, 
     return true;
 }
 
-void read_dataset(const std::string& bytes, const std::string& filename, std::vector<DIFFRACTION_PATTERN_TYPE>& patterns,
-                  int max_patterns, int& left_out) {
-    const std::string format = library_format(bytes, filename);
-    // The C table holds the library's FormatInfo records under their C base.
-    const xylibFormat* found = format.empty() ? nullptr : xylib_get_format_by_name(format.c_str());
-    const auto* fi = static_cast<const xylib::FormatInfo*>(found);
-    if (!fi) {
-        Set_Pattern_Error(" The format library knows no format for this file");
-        return;
+// The library's reading, in the child: its result, or 'E' and the refusal.
+std::string load_in_child(const std::string& bytes, const std::string& filename, int max_patterns) {
+    const C_Numeric_Locale c_locale;
+    Library_Data data;
+    std::string refusal;
+    try {
+        refusal = Load_Library_Data(bytes, filename, max_patterns, data);
+    } catch (const std::bad_alloc&) {
+        refusal = std::string(kLibraryError) + "out of memory";
+    } catch (const std::exception& e) {
+        refusal = std::string(kLibraryError) + e.what();
+    } catch (...) {
+        refusal = std::string(kLibraryError) + "unknown failure";
     }
-    {
-        std::istringstream in(bytes);
-        if (!Library_Check(fi, in, nullptr)) {
-            Set_Pattern_Error(std::string(" The file is not a valid ") + fi->desc + " file");
-            return;
-        }
+    return refusal.empty() ? "D" + Encode_Library_Data(data) : "E" + refusal;
+}
+
+// Seconds the library may take: generous for a large file, short enough that
+// a reader caught in a loop is stopped while the user still waits.
+double time_allowed(std::size_t size) { return 8.0 + static_cast<double>(size) / 1e6; }
+
+void read_isolated(const std::string& bytes, const std::string& filename,
+                   std::vector<DIFFRACTION_PATTERN_TYPE>& patterns, int max_patterns, int& left_out) {
+    std::string out;
+    // Doubles for a few columns of every byte, at worst.
+    const std::size_t memory = (std::size_t(1) << 32) + 32 * bytes.size();
+    const Isolated_End end = Run_Isolated([&] { return load_in_child(bytes, filename, max_patterns); }, out,
+                                          time_allowed(bytes.size()), memory);
+    switch (end) {
+        case Isolated_End::Done:
+            break;
+        case Isolated_End::Crashed:
+        case Isolated_End::Failed:
+            return Set_Pattern_Error(std::string(kLibraryError) + "the library failed on damaged data in the file");
+        case Isolated_End::Out_Of_Memory:
+            return Set_Pattern_Error(std::string(kLibraryError) + "out of memory");
+        case Isolated_End::Timed_Out:
+            return Set_Pattern_Error(std::string(kLibraryError) + "no result after " +
+                                     std::to_string(static_cast<int>(time_allowed(bytes.size()))) + " s");
+        case Isolated_End::Not_Started:
+            return Set_Pattern_Error(std::string(kLibraryError) + "no process could be started for it");
     }
-    std::string why;
-    // The library's VAMAS reader overflows the stack on damaged heads (found
-    // by fuzzing): such files are refused rather than allowed to end the program.
-    if (format == "vamas")
-        return Set_Pattern_Error(" VAMAS (surface analysis) files are not read: the format library's reader of them "
-                                 "is not safe on damaged files");
-    if (format == "chiplot" && !Chiplot_Head_Plausible(bytes, why))
-        return Set_Pattern_Error(" The ChiPlot file is damaged: " + why);
-    // The data set is made here rather than by xylib::load_string, which
-    // loses it when the reading throws.
-    std::unique_ptr<xylib::DataSet> set(fi->ctor());
-    {
-        std::istringstream in(bytes);
-        set->load_data(in, filename.c_str());
-    }
-    if (set->get_block_count() < 1) {
-        Set_Pattern_Error(" The format library found no data in the file");
-        return;
-    }
+    if (!out.empty() && out[0] == 'E') return Set_Pattern_Error(out.substr(1));
+    Library_Data data;
+    if (out.empty() || out[0] != 'D' || !Decode_Library_Data(out.substr(1), data))
+        return Set_Pattern_Error(std::string(kLibraryError) + "its result came back incomplete");
+    left_out = data.left_out;
     std::string path, file;
     Split_File_Name(filename, path, file);
-    for (int b = 0; b < set->get_block_count(); ++b) {
-        const int n = set->get_block(b)->get_point_count();
-        if (n < 2 || static_cast<int>(patterns.size()) >= max_patterns) {
-            ++left_out;  // a single point, a generator column, or past the limit
-            continue;
-        }
+    for (const Library_Block& block : data.blocks) {
         DIFFRACTION_PATTERN_TYPE p;
         std::string message;
-        if (!block_pattern(*set, b, format, file, p, message)) {
+        if (!block_pattern(data, block, file, p, message)) {
             if (!ERR_Pattern) Set_Pattern_Error(message);
             patterns.clear();
             return;
@@ -300,7 +254,6 @@ void read_dataset(const std::string& bytes, const std::string& filename, std::ve
         p.filepath = path;
         patterns.push_back(std::move(p));
     }
-    if (patterns.empty()) Set_Pattern_Error(" No block of the file holds two points or more");
 }
 
 bool read_bytes(const std::string& name, std::string& bytes) {
@@ -373,21 +326,8 @@ void Read_Library_Bytes(const std::string& bytes, const std::string& filename,
         Set_Pattern_Error(" This is a raw detector file: open it with Open Raw Data file (SLR: KG3, KG2)");
         return;
     }
-    const C_Numeric_Locale c_locale;
-    // Folders are read on worker threads; the library was not written for
-    // that, so one file at a time goes through it. The lock is taken outside
-    // the try, so that no exception of the library unwinds through it.
-    static std::mutex library_lock;
-    const std::lock_guard<std::mutex> hold(library_lock);
-    try {
-        read_dataset(bytes, filename, patterns, max_patterns, left_out);
-    } catch (const std::exception& e) {
-        patterns.clear();
-        Set_Pattern_Error(std::string(kLibraryError) + e.what());
-    } catch (...) {
-        patterns.clear();
-        Set_Pattern_Error(std::string(kLibraryError) + "unknown failure");
-    }
+    read_isolated(bytes, filename, patterns, max_patterns, left_out);
+    if (ERR_Pattern) patterns.clear();
 }
 
 void Read_Pattern_Library(const std::string& filename, std::vector<DIFFRACTION_PATTERN_TYPE>& patterns,

@@ -5,6 +5,7 @@
 // SmartLab RAS text files, read by a reader of our own. One profile per
 // block or scan; blocks past `max_patterns`, or with fewer than two points,
 // are counted in `left_out`. Failures set ERR_Pattern and leave `patterns` empty.
+// The library runs in a child process: a file that crashes it is refused.
 #include <string>
 #include <vector>
 

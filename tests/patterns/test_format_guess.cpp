@@ -60,7 +60,7 @@ const std::map<std::string, int> kExpected = {
     {"patterns/format1.raw", 16},               // Bruker RAW, binary
     {"patterns/03yag02.mca", 16},               // Canberra MCA, binary
     {"patterns/SMP00011.CNF", 16},              // Canberra CNF, binary
-    {"patterns/mjr9_59c.vms", 0},               // VAMAS text: not read (the library's reader is unsafe)
+    {"patterns/mjr9_59c.vms", 16},              // VAMAS text, nine regions
     {"patterns/inas_layer_radial_002_004.ras", 16},  // Rigaku SmartLab RAS, two scans
     {"support/PBSO4.CWN", 10},                  // GSAS raw STD
     {"gui/PSI_DMC.dat", 7},                     // PSI HRPT
@@ -193,7 +193,8 @@ TEST(FormatGuess, VendorAndGsasHeads) {
     EXPECT_EQ(ras.row, 16);
     EXPECT_EQ(ras.library, "ras");
     const auto vms = g("VAMAS Surface Chemical Analysis Standard Data Transfer Format 1988 May 4\nNot Specified\n");
-    EXPECT_EQ(vms.row, 0);
+    EXPECT_EQ(vms.row, 16);
+    EXPECT_EQ(vms.library, "vamas");
     EXPECT_NE(vms.reason.find("VAMAS"), std::string::npos) << vms.reason;
     for (std::string magic : {std::string("RAW1.01"), std::string("RAW2"), std::string("RAW ")}) {
         std::string bin = magic + std::string(64, '\0') + "\x01\x02\x03";
