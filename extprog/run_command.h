@@ -22,4 +22,25 @@ std::string Not_Found_Message(const std::string& program, const std::string& loo
 bool Run_Command(const std::vector<std::string>& argv, bool wait, const std::string& program_dir, int& status,
                  std::string& message);
 
+// A program started by Start_Program, for a caller that keeps its window
+// alive while it runs.
+struct RUNNING_PROGRAM {
+    int pid = 0;  // 0 once it has ended and been reaped
+    std::string full_name;
+};
+
+// Starts argv[0] as Run_Command does, in `work_dir` when it is not empty (a
+// refinement writes its results beside its input); false with `message` when
+// nothing runs.
+bool Start_Program(const std::vector<std::string>& argv, const std::string& program_dir, RUNNING_PROGRAM& program,
+                   std::string& message, const std::string& work_dir = "");
+
+// True once the program has ended (reaped); `status` is its exit status, -1
+// when a signal ended it. Never waits.
+bool Program_Ended(RUNNING_PROGRAM& program, int& status);
+
+// Ends the program and what it started (SIGTERM to its process group, then
+// SIGKILL after `grace_seconds`) and reaps it.
+void Stop_Program(RUNNING_PROGRAM& program, double grace_seconds = 2.0);
+
 }  // namespace hxl

@@ -10,8 +10,8 @@
 
 #include "app/main/commands.h"
 #include "app/main/configuration.h"
+#include "app/main/launch.h"
 #include "app/main/menu_groups.h"
-#include "app/main/preferences.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
 #include "extprog/os_commands.h"
@@ -22,20 +22,6 @@
 namespace zendrite {
 
 namespace {
-
-// The program directory of the preferences, else the suite's folder found at start.
-std::string program_dir() {
-    const std::string p = hxl::Trim(Preferences().corvane_dir);
-    return p.empty() ? hxl::Trim(Configuration().corvane_dir) : p;
-}
-
-bool launch(const std::vector<std::string>& argv) {
-    int status = 0;
-    std::string message;
-    if (hxl::Run_Command(argv, false, program_dir(), status, message)) return true;
-    Show_Message(message);
-    return false;
-}
 
 struct INDEXING_RUN {
     int run_item, save_item;
@@ -76,14 +62,14 @@ bool run_on(const INDEXING_RUN& r, const std::string& file) {
         // no copy is left behind for a program that isn't there
         const char* path = std::getenv("PATH");
         std::string looked, copy;
-        if (hxl::Find_Program(argv[0], program_dir(), path ? path : "", looked).empty()) {
+        if (hxl::Find_Program(argv[0], Program_Dir(), path ? path : "", looked).empty()) {
             Show_Message(hxl::Not_Found_Message(argv[0], looked));
             return false;
         }
         if (!ito_copy(file, copy)) return false;
         argv.back() = hxl::File_Argument(copy);
     }
-    return launch(argv);
+    return Launch(argv);
 }
 
 // A file selector, then the program on the chosen file; false when nothing ran.
@@ -93,7 +79,7 @@ bool Run_Sibling(hxl::SIBLING program, const std::string& filter, const std::str
     if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return false;
     for (const INDEXING_RUN& r : kIndexing)
         if (r.program == program) return run_on(r, hxl::Trim(name));
-    return launch(hxl::Sibling_Command(program, Configuration().os_tag, hxl::Trim(name)));
+    return Launch(hxl::Sibling_Command(program, Configuration().os_tag, hxl::Trim(name)));
 }
 
 }  // namespace
@@ -103,8 +89,8 @@ void Ext_Run(int item) {
     std::string here;
     IOsDirName(here);
     switch (item) {
-    case 40128: launch(hxl::Helper_Command(c.cmd_window, {})); return;
-    case 40132: launch(hxl::Helper_Command(c.file_browser, {here})); return;
+    case 40128: Launch(hxl::Helper_Command(c.cmd_window, {})); return;
+    case 40132: Launch(hxl::Helper_Command(c.file_browser, {here})); return;
     default: break;
     }
     for (const INDEXING_RUN& r : kIndexing)

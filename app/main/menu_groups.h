@@ -76,6 +76,12 @@ bool Save_All_Indexing(std::string& status);
 
 // ext_apps_menu.cpp: console, explorer, the indexing programs and Pellan
 void Ext_Run(int item);
+void Ext_Run_Refinement(int item);    // Run Corvane, Run Virelle: run, then load the result
+void Ext_Run_Suite_Window(int item);  // Run Tessara, gLattiq, Quavor, Tindra, Corvane Atelier
+// The file a suite window opens for the control file `pcr_file`: the file
+// itself for an empty `ending`, else the same name with `ending` (".inp",
+// ".qvl", "1.fst"); empty when it does not exist or the name has no extension.
+std::string Suite_Window_File(const std::string& pcr_file, const char* ending);
 // The question "Do you want to run ...?" after a save of an indexing input, and the run.
 void After_Peak_Save(int save_item, const std::string& file);
 

@@ -117,6 +117,13 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40178, Ext_Run},
             {40193, Ext_Run},
             {40197, Ext_Run},
+            {40135, Ext_Run_Refinement},
+            {40207, Ext_Run_Refinement},
+            {40117, Ext_Run_Suite_Window},
+            {40129, Ext_Run_Suite_Window},
+            {40142, Ext_Run_Suite_Window},
+            {40134, Ext_Run_Suite_Window},
+            {40108, Ext_Run_Suite_Window},
         };
         std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
         return t;

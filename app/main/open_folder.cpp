@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "app/main/progress_dialog.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
 #include "app/store/load_folder.h"
@@ -17,38 +18,6 @@ namespace zendrite {
 namespace {
 
 constexpr int kCountField = 10, kBarField = 11;
-
-int progress_dialog() {
-    static int id = 0;
-    if (!id) {
-        DIALOG_TEMPLATE t;
-        DIALOG_FIELD bar = Fld(kBarField, FIELD_KIND::Progress, "");
-        bar.low = 0;
-        bar.high = 1;
-        t.fields = {Fld(kCountField, FIELD_KIND::Label, ""), bar};
-        id = WDialogDefineTitled("Loading the patterns of a folder", t);
-    }
-    return id;
-}
-
-// Lets the dialog move and tells whether its Cancel was pressed. Other events wait in
-// `later` for the main loop; a close request of the window also stops the loading.
-bool cancel_pressed(int id, std::vector<WIN_MESSAGE>& later) {
-    bool cancel = false;
-    while (WMessagePending()) {
-        int type = 0;
-        WIN_MESSAGE m;
-        WMessage(type, m);
-        if (m.win == id) {
-            cancel = cancel || (type == PushButton && m.value1 == kIdCancel) || type == CloseRequest;
-            continue;
-        }
-        if (type == MouseButDown || type == MouseButUp || type == MouseMove || type == MouseWheel) continue;
-        if (type == CloseRequest) cancel = true;
-        later.push_back(m);
-    }
-    return cancel;
-}
 
 }  // namespace
 
@@ -64,13 +33,13 @@ void Open_Folder_Command(const std::string& name) {
         Show_Message("The folder " + dir + " doesn't exist");
         return;
     }
-    const int id = progress_dialog();
+    const int id = Progress_Dialog("Loading the patterns of a folder", kCountField, kBarField);
     WDialogLoad(id);
     WDialogFieldState(kIdOk, 0);
     WDialogPutString(kCountField, "Reading the folder " + dir);
     WDialogShow(-1, -1, 0, Modeless);
     std::vector<WIN_MESSAGE> later;
-    (void)cancel_pressed(id, later);  // paints the dialog before the first file
+    (void)Progress_Cancel_Pressed(id, later);  // paints the dialog before the first file
     using clock = std::chrono::steady_clock;
     auto shown = clock::now() - std::chrono::seconds(1);
     const FOLDER_LOAD_RESULT r = Load_Folder(dir, [&](int done, int total, const std::string& file) {
@@ -82,11 +51,9 @@ void Open_Folder_Command(const std::string& name) {
         }
         WDialogRangeProgressBar(kBarField, 0, std::max(total, 1));
         WDialogPutProgressBar(kBarField, done);
-        return !cancel_pressed(id, later);
+        return !Progress_Cancel_Pressed(id, later);
     });
-    WDialogSelect(id);
-    WDialogUnload();
-    for (const WIN_MESSAGE& m : later) WMessagePost(m);
+    Progress_Close(id, later);
     if (!r.error.empty()) {
         Show_Message(r.error);
         return;

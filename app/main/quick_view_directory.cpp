@@ -1,4 +1,5 @@
 // Item 40127 of the Quick View: the directory to browse and the list of its readable profile files.
+#include "app/main/progress_dialog.h"
 #include "app/main/quick_view.h"
 #include "app/main/zendrite_app.h"
 #include "prf/read_prf.h"
@@ -9,19 +10,6 @@ namespace zendrite {
 namespace {
 
 constexpr int kProgressField = 10;
-
-int progress_dialog() {
-    static int id = 0;
-    if (!id) {
-        DIALOG_TEMPLATE t;
-        DIALOG_FIELD bar = Fld(kProgressField, FIELD_KIND::Progress, "");
-        bar.low = 0;
-        bar.high = 1;
-        t.fields = {bar};
-        id = WDialogDefineTitled("Analizing directory for PRF files", t);
-    }
-    return id;
-}
 
 }  // namespace
 
@@ -46,7 +34,7 @@ void Quick_View_Choose_Directory() {
     // Each file is read whole; only those that read enter the list.
     std::vector<std::string> files, temps;
     std::string unknown;
-    const int id = progress_dialog();
+    const int id = Progress_Dialog("Analizing directory for PRF files", 0, kProgressField);
     WDialogLoad(id);
     WDialogRangeProgressBar(kProgressField, 0, total);
     WDialogPutProgressBar(kProgressField, 0);

@@ -108,6 +108,41 @@ TEST_F(Launch, MissingProgramIsNamedAndNothingRuns) {
     EXPECT_FALSE(fs::exists(record));
 }
 
+// A started program runs in the folder asked for, is seen to end without
+// waiting, and a stop ends it and what it started; a folder that does not
+// exist starts nothing.
+TEST_F(Launch, StartedProgramInItsFolderAndItsStop) {
+    fs::create_directories(dir / "work");
+    std::ofstream(bin / "corvane2k") << "#!/bin/sh\npwd > '" << record.string() << "'\nexit 4\n";
+    fs::permissions(bin / "corvane2k", fs::perms::owner_all);
+    hxl::RUNNING_PROGRAM p;
+    std::string message;
+    ASSERT_TRUE(hxl::Start_Program({"corvane2k", "x.pcr"}, "", p, message, (dir / "work").string())) << message;
+    int status = 0;
+    for (int i = 0; i < 500 && !hxl::Program_Ended(p, status); ++i) ::usleep(10000);
+    EXPECT_EQ(p.pid, 0);
+    EXPECT_EQ(status, 4);
+    EXPECT_EQ(recorded(), (dir / "work").string() + "\n");
+
+    // A child of the program outlives it unless the stop takes the group.
+    const fs::path late = dir / "late";
+    std::ofstream(bin / "tindra") << "#!/bin/sh\n(sleep 1; touch '" << late.string() << "') &\nsleep 30\n";
+    fs::permissions(bin / "tindra", fs::perms::owner_all);
+    ASSERT_TRUE(hxl::Start_Program({"tindra"}, "", p, message)) << message;
+    ::usleep(100000);
+    EXPECT_FALSE(hxl::Program_Ended(p, status));
+    hxl::Stop_Program(p);
+    EXPECT_EQ(p.pid, 0);
+    ::usleep(1500000);
+    EXPECT_FALSE(fs::exists(late));
+
+    fs::remove(record);
+    EXPECT_FALSE(hxl::Start_Program({"corvane2k"}, "", p, message, (dir / "absent").string()));
+    EXPECT_NE(message.find(" in " + (dir / "absent").string()), std::string::npos) << message;
+    ::usleep(100000);
+    EXPECT_FALSE(fs::exists(record));
+}
+
 TEST(OsCommandTable, EachTagAndNoOther) {
     hxl::OS_COMMAND_TABLE_TYPE t;
     ASSERT_TRUE(hxl::Os_Command_Table("LINU", t));
