@@ -221,7 +221,8 @@ void IGrPaletteBackground(int rgb);
 void IGrAreaClear();
 void IGrLineWidth(int width);
 void IGrLineType(int type);  // 0 solid, 1 dotted, 2 dashed, 3 dash-dot, 4 dash-dot-dot
-void IGrFillPattern(int pattern, int density = 0, int direction = 0);  // 0 outline, 3 solid
+// 0 outline, 1 hatched (direction 0 rising, 1 falling, 2 level, 3 upright), 2 cross-hatched, 3 solid
+void IGrFillPattern(int pattern, int density = 0, int direction = 0);
 inline constexpr int PlotNormal = 0, PlotXor = 1;
 void IGrPlotMode(int mode);
 void IGrMoveTo(float x, float y);

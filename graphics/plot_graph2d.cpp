@@ -39,6 +39,7 @@ void plot_graph2d(int nperfiles, float xmin, float xmax, float ymin, float ymax,
 
     IGrPlotMode(PlotNormal);
     Paint_Plot_Zone();
+    Draw_Excluded_Bands(n, xmin, xmax);
 
     IPgUnits(xmin, ymin, xmax, ymax);
     Set_Frame_Pixels(xmin, xmax, ymin, ymax, std::max(WInfoWindow(1), 1), std::max(WInfoWindow(2), 1));

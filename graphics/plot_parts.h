@@ -4,6 +4,8 @@
 
 namespace zendrite {
 
+// The excluded regions of the shown profiles, hatched across the frame (page units).
+void Draw_Excluded_Bands(int nperfiles, float xmin, float xmax);
 // Curves of one slot: markers, error bars, line, calculated, background, difference, excluded points.
 void Draw_Slot_Curves(int slot, float xmin, float xmax, bool log);
 // Title, X scale, hiding of the Y scale under the band, Y scale, axis legends.

@@ -99,6 +99,18 @@ Qt::PenStyle pen_style(int type) {
     }
 }
 
+// Fill 3 solid; 1 hatched (direction 0 rising, 1 falling, 2 level, 3 upright);
+// 2 cross-hatched; anything else none.
+QBrush fill_brush(const GR_STATE& g) {
+    static constexpr Qt::BrushStyle kHatch[] = {Qt::BDiagPattern, Qt::FDiagPattern, Qt::HorPattern, Qt::VerPattern};
+    switch (g.fill) {
+    case 3: return QBrush(Colour(g.colour));
+    case 1: return QBrush(Colour(g.colour), kHatch[std::clamp(g.fill_direction, 0, 3)]);
+    case 2: return QBrush(Colour(g.colour), Qt::DiagCrossPattern);
+    default: return Qt::NoBrush;
+    }
+}
+
 // A painter set up with the present colour, line and mode; exclusive-or drawing is not smoothed,
 // so that drawing the same thing twice gives back every pixel.
 struct Pen_Painter {
@@ -110,7 +122,7 @@ struct Pen_Painter {
         pen.setStyle(pen_style(g.line_type));
         pen.setCapStyle(Qt::FlatCap);
         p.setPen(pen);
-        p.setBrush(g.fill == 3 ? QBrush(Colour(g.colour)) : Qt::NoBrush);
+        p.setBrush(fill_brush(g));
         if (g.plot_mode == PlotXor) p.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
         else p.setRenderHint(QPainter::Antialiasing, true);
     }
@@ -194,7 +206,10 @@ void IGrAreaClear() {
 
 void IGrLineWidth(int width) { L().gr.line_width = std::clamp(width, 1, 5); }
 void IGrLineType(int type) { L().gr.line_type = type; }
-void IGrFillPattern(int pattern, int, int) { L().gr.fill = pattern; }
+void IGrFillPattern(int pattern, int, int direction) {
+    L().gr.fill = pattern;
+    L().gr.fill_direction = direction;
+}
 void IGrPlotMode(int mode) { L().gr.plot_mode = mode == PlotXor ? PlotXor : PlotNormal; }
 
 void IGrMoveTo(float x, float y) {

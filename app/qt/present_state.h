@@ -65,7 +65,7 @@ struct GR_STATE {
     float ax1 = 0, ay1 = 0, ax2 = 1, ay2 = 1;
     float ux1 = 0, uy1 = 0, ux2 = 1, uy2 = 1;
     int colour = 0, background = 0xFFFFFF;
-    int line_width = 1, line_type = 0, fill = 0;
+    int line_width = 1, line_type = 0, fill = 0, fill_direction = 0;
     int plot_mode = PlotNormal;
     float cx = 0, cy = 0;       // current point
     int font = 1, font_style = 0;

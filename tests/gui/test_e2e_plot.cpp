@@ -141,8 +141,8 @@ TEST_F(Plot, WheelAndHomeWithNothingLoadedChangeNothing) {
 
 TEST_F(Plot, RegionDraggedRightToLeftIsStoredLowBelowHigh) {
     std::string s = open({"psi.dat"});
-    s += "menu 40110\n" + dump("d0.txt");
-    s += "mouse press 1 80 8000\nmouse move 1 60 8000\nmouse release 1 40 8000\n" + dump("d1.txt");
+    s += "menu 40110\n" + dump("d0.txt") + picture("p0.png");
+    s += "mouse press 1 80 8000\nmouse move 1 60 8000\nmouse release 1 40 8000\n" + dump("d1.txt") + picture("p1.png");
     run(s);
     ASSERT_EQ(status, 0) << out << err;
     EXPECT_EQ(value(read(home / "d0.txt"), "MoveMode"), "2");
@@ -154,6 +154,19 @@ TEST_F(Plot, RegionDraggedRightToLeftIsStoredLowBelowHigh) {
     in >> low >> high;
     EXPECT_NEAR(low, 40.0f, 0.3f);
     EXPECT_NEAR(high, 80.0f, 0.3f);
+    // The region is hatched across the frame, a shade darker than the excluded points,
+    // between the columns of X 40 and 80 only.
+    const QRgb hatch = qRgb(144, 144, 144);
+    EXPECT_EQ(pixels_of(home / "p0.png", hatch), 0);
+    const QImage img(QString::fromStdString((home / "p1.png").string()));
+    int first = img.width(), last = -1, n = 0;
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x)
+            if (img.pixel(x, y) == hatch) first = std::min(first, x), last = std::max(last, x), ++n;
+    EXPECT_GT(n, 500);
+    // 40 of the 2..163 degrees of the frame: a quarter of its width.
+    const double frame = img.width() * (1020.0 - 180.0) / 1200.0;
+    EXPECT_NEAR(last - first, frame * 40.0 / (163.0 - 2.0), 0.04 * frame);
 }
 
 TEST_F(Plot, ThirteenthProfileTakesTheFirstStyleAgain) {
