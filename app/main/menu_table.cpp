@@ -33,6 +33,13 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             // Options, Help
             {40033, Options_Preferences},
             {40018, Help_About},
+            {40084, Help_Docs},
+            {40085, Help_Docs},
+            {40086, Help_Docs},
+            {40121, Help_Docs},
+            {40156, Help_Docs},
+            {40130, Help_Web},
+            {40079, Help_Web},
             // Window limits, focus, target, zoom, multi-plots
             {40021, View_Focus},
             {40111, View_Target},
@@ -117,6 +124,9 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40178, Ext_Run},
             {40193, Ext_Run},
             {40197, Ext_Run},
+            {40107, Editor_Open},
+            {40104, Editor_Open},
+            {40225, Editor_Open},
         };
         std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
         return t;
