@@ -104,6 +104,10 @@ bool quick_view_step(const std::string& line, const std::vector<std::string>& w,
 // "editor ...": the internal editor's commands, its close request, its state and picture.
 bool editor_step(const std::string& line, const std::vector<std::string>& w, WIN_MESSAGE& m) {
     const int win = WEditWindow();
+    if (w[1] == "state" && w.size() == 3) {
+        if (!Write_File_Replace(w[2], WEditState())) bad(line, "cannot write");
+        return false;
+    }
     if (win == 0) {
         bad(line, "no editor window");
         return false;
@@ -114,9 +118,7 @@ bool editor_step(const std::string& line, const std::vector<std::string>& w, WIN
         m.win = win;
         return true;
     }
-    if (w[1] == "state" && w.size() == 3) {
-        if (!Write_File_Replace(w[2], WEditState())) bad(line, "cannot write");
-    } else if (w[1] == "picture" && w.size() == 3) {
+    if (w[1] == "picture" && w.size() == 3) {
         if (!WPictureSave(win, w[2])) bad(line, "no picture");
     } else if (w.size() <= 3) {
         if (!WEditCommand(w[1], w.size() == 3 ? w[2] : "")) bad(line, "not an editor command");
