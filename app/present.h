@@ -63,9 +63,22 @@ std::string WindowStatusBarText(int part);
 void WStatusBarParts(int count, const std::vector<int>& widths);  // -1 takes the rest
 void WCursorShape(int shape);  // 0 arrow, 3 cross-hair, 6 hand
 int WCursorShapeNow();
-// Shows a text file in the internal editor, in a child window; returns its number.
+// The internal editor: a child window titled "Zendrite text editor - <name>", with " *" behind
+// the name while the text differs from the file. Its keys: Ctrl+O open another file, Ctrl+S save,
+// Ctrl+Shift+S save as, Ctrl+F find (F3, Shift+F3 the next and the previous match), Ctrl+W close.
+// Opens `file` in it, after the question about unsaved changes of the file open before; returns
+// the window's number. A file that cannot be read (missing, not text, larger than 50 MB) is named
+// in a message and nothing changes: the result is then the editor open before, or 0.
 int WEditFile(const std::string& file, bool read_only = false);
 int WEditWindow();  // number of the editor window, 0 when closed
+// Closes the editor after the question about unsaved changes; false when the user keeps it open.
+bool WEditClose();
+// A command of the editor as its keys and menus give it, for scripts: "open", "save", "saveas",
+// "find <text>", "next", "previous", "type <text>" ("\n" a line end), "top", "end", "undo".
+// False when there is no editor or no such command.
+bool WEditCommand(const std::string& command, const std::string& argument);
+// What the editor shows, one item a line: title, file, changed, cursor, selection, find.
+std::string WEditState();
 
 // ---------------------------------------------------------------- menus and toolbar
 inline constexpr int MenuPopup = 1, MenuItem = 2, MenuSeparator = 3, MenuEnd = 4;
@@ -203,7 +216,9 @@ inline constexpr int LoadDialog = 1, SaveDialog = 2, MultiFile = 4, PromptOn = 8
 void WSelectFile(const std::string& filter, int flags, std::string& name, const std::string& title);
 std::vector<std::string> Selected_Files(const std::string& name);  // full names from that list
 void WSelectDir(int flags, std::string& name, const std::string& title);
-inline constexpr int OkOnly = 0, YesNo = 3;
+// SaveDiscardCancel answers 1 Save, 2 Discard, 3 Cancel.
+inline constexpr int OkOnly = 0, YesNo = 3, SaveDiscardCancel = 4;
+inline constexpr int kAnswerSave = 1, kAnswerDiscard = 2, kAnswerCancel = 3;
 inline constexpr int StopIcon = 1, QuestionIcon = 2, ExclamationIcon = 3, InformationIcon = 4;
 // `text` lines are separated by carriage returns; the answer is WInfoDialog(4): 1 OK/Yes, 2 No.
 void WMessageBox(int buttons, int icon, int def, const std::string& text, const std::string& title);

@@ -7,6 +7,8 @@
 #include "app/main/preferences.h"
 #include "app/main/progress_dialog.h"
 #include "app/main/zendrite_app.h"
+#include "app/present.h"
+#include "extprog/os_commands.h"
 #include "extprog/run_command.h"
 #include "support/fixed_text.h"
 
@@ -27,6 +29,18 @@ bool Launch(const std::vector<std::string>& argv) {
     if (hxl::Run_Command(argv, false, Program_Dir(), status, message)) return true;
     Show_Message(message);
     return false;
+}
+
+bool Launch_Helper(const std::string& helper, const std::string& role, const std::string& argument) {
+    const std::string h = hxl::Trim(helper);
+    if (h.empty()) {
+        Show_Message("No " + role + " is named: give one in Options, Preferences, Environment.");
+        return false;
+    }
+    const std::string arg = hxl::File_Argument(argument);
+    const std::vector<std::string> argv =
+        h.find('/') != std::string::npos && IOsExists(h) ? std::vector<std::string>{h, arg} : hxl::Helper_Command(h, {arg});
+    return Launch(argv);
 }
 
 RUN_END Run_And_Wait(const std::vector<std::string>& argv, const std::string& work_dir, int& status) {

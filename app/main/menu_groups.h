@@ -85,8 +85,15 @@ std::string Suite_Window_File(const std::string& pcr_file, const char* ending);
 // The question "Do you want to run ...?" after a save of an indexing input, and the run.
 void After_Peak_Save(int save_item, const std::string& file);
 
+// editor_menu.cpp: Text editor, the last control file, Edit PIK-file
+void Editor_Open(int item);
+// The internal editor when the preference asks for it, else the text editor program.
+void Edit_Text_File(const std::string& file);
+
 // help_menu.cpp
 void Options_Preferences(int item);
 void Help_About(int item);
+void Help_Docs(int item);  // the guides and the news of the suite's folder "Docs"
+void Help_Web(int item);   // the web site and the download page
 
 }  // namespace zendrite

@@ -33,6 +33,13 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             // Options, Help
             {40033, Options_Preferences},
             {40018, Help_About},
+            {40084, Help_Docs},
+            {40085, Help_Docs},
+            {40086, Help_Docs},
+            {40121, Help_Docs},
+            {40156, Help_Docs},
+            {40130, Help_Web},
+            {40079, Help_Web},
             // Window limits, focus, target, zoom, multi-plots
             {40021, View_Focus},
             {40111, View_Target},
@@ -124,6 +131,9 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40142, Ext_Run_Suite_Window},
             {40134, Ext_Run_Suite_Window},
             {40108, Ext_Run_Suite_Window},
+            {40107, Editor_Open},
+            {40104, Editor_Open},
+            {40225, Editor_Open},
         };
         std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
         return t;

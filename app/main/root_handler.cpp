@@ -26,7 +26,7 @@ void menu(int item) {
     }
     if (item < 40002 || item > 40229) return;
     const std::vector<int> items = Root_Menu_Items();
-    if (std::find(items.begin(), items.end(), item) == items.end() && item != 40104 && item != 40155) return;
+    if (std::find(items.begin(), items.end(), item) == items.end() && item != 40155) return;
     Show_Message("This command is not available yet");
 }
 
@@ -57,7 +57,7 @@ void ihand_winroot(int type, const WIN_MESSAGE& message) {
         Open_Dropped(message.paths);
         Plot_ReMake();
         break;
-    case CloseRequest: Shutdown();
+    case CloseRequest: Shutdown(); break;
     default: break;
     }
 }

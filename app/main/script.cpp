@@ -101,6 +101,33 @@ bool quick_view_step(const std::string& line, const std::vector<std::string>& w,
     return false;
 }
 
+// "editor ...": the internal editor's commands, its close request, its state and picture.
+bool editor_step(const std::string& line, const std::vector<std::string>& w, WIN_MESSAGE& m) {
+    const int win = WEditWindow();
+    if (w[1] == "state" && w.size() == 3) {
+        if (!Write_File_Replace(w[2], WEditState())) bad(line, "cannot write");
+        return false;
+    }
+    if (win == 0) {
+        bad(line, "no editor window");
+        return false;
+    }
+    if (w[1] == "close" && w.size() == 2) {
+        m = WIN_MESSAGE{};
+        m.type = CloseRequest;
+        m.win = win;
+        return true;
+    }
+    if (w[1] == "picture" && w.size() == 3) {
+        if (!WPictureSave(win, w[2])) bad(line, "no picture");
+    } else if (w.size() <= 3) {
+        if (!WEditCommand(w[1], w.size() == 3 ? w[2] : "")) bad(line, "not an editor command");
+    } else {
+        bad(line, "not understood");
+    }
+    return false;
+}
+
 // One line; true with `m` filled when the line is an event for the main loop.
 bool step(const std::string& line, WIN_MESSAGE& m) {
     const std::vector<std::string> w = Script_Words(line);
@@ -227,6 +254,8 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
             WQueueProgressAnswer(w[1], value, button);
             return false;
         }
+    } else if (cmd == "editor" && w.size() >= 2) {
+        return editor_step(line, w, m);
     } else if (cmd == "quit" && w.size() == 1) {
         m = WIN_MESSAGE{};
         m.type = MenuSelect;

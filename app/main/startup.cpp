@@ -161,7 +161,7 @@ void Main_Loop() {
             ihand_winqvprf(type, m);
         } else if (m.win == WEditWindow() && m.win != 0) {
             WindowSelect(m.win);
-            if ((type == PushButton && m.value1 == kIdCancel) || type == CloseRequest) WindowCloseChild(m.win);
+            if ((type == PushButton && m.value1 == kIdCancel) || type == CloseRequest) WEditClose();
         } else if (m.win == 128 && WDialogOpen(128)) {
             WDialogSelect(128);
             if ((type == PushButton && m.value1 == 1267) || type == CloseRequest) WDialogUnload();
@@ -171,6 +171,7 @@ void Main_Loop() {
 }
 
 void Shutdown() {
+    if (!WEditClose()) return;
     CONFIGURATION_TYPE& c = Configuration();
     IOsDirName(c.last_dir);
     Write_File_Replace(c.settings_dir + c.dir_sep + "zendrite.dir", c.last_dir + "\n");

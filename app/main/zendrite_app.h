@@ -10,7 +10,8 @@ void Zendrite_Start(const std::vector<std::string>& args);
 [[noreturn]] void Main_Loop();
 // The extensions (lower case, without the dot) of the data files the command line opens.
 bool Command_Line_Data_Extension(const std::string& ext);
-[[noreturn]] void Shutdown();
+// Ends the process, unless the user keeps an editor with unsaved changes open.
+void Shutdown();
 void ihand_winroot(int type, const struct WIN_MESSAGE& message);
 
 void Draw_Title_Screen();

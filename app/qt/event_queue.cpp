@@ -70,6 +70,7 @@ void WMessage(int& type, WIN_MESSAGE& message) {
         if (l.unattended) {
             WIN_MESSAGE m;
             if (!l.source || !l.source(m)) {
+                l.script_ended = true;
                 m = WIN_MESSAGE{};
                 m.type = CloseRequest;
                 m.win = kRootWindow;

@@ -90,6 +90,7 @@ struct PG_STATE {
 
 struct LAYER {
     bool started = false, offscreen = false, unattended = false;
+    bool script_ended = false;  // the event source has nothing more: the run is ending
     std::deque<WIN_MESSAGE> fifo;
     std::function<bool(WIN_MESSAGE&)> source;
     bool mouse_move = true;

@@ -118,11 +118,14 @@ void WMessageBox(int buttons, int icon, int def, const std::string& text, const 
         for (char c : lines) flat += c == '\n' ? std::string(" / ") : std::string(1, c);
         std::cout << "MESSAGE " << title << " | " << flat << std::endl;
         int answer = def == 2 ? 2 : 1;
+        if (buttons == SaveDiscardCancel) answer = def >= kAnswerSave && def <= kAnswerCancel ? def : kAnswerCancel;
         if (!l.box_answers.empty()) {
             answer = l.box_answers.front();
             l.box_answers.pop_front();
+        } else if (buttons == SaveDiscardCancel && l.script_ended) {
+            answer = kAnswerDiscard;  // nobody is left to answer and the run must end
         }
-        l.info4 = buttons == YesNo ? answer : kIdOk;
+        l.info4 = buttons == YesNo || buttons == SaveDiscardCancel ? answer : kIdOk;
         return;
     }
     QMessageBox box(l.root);
@@ -131,7 +134,13 @@ void WMessageBox(int buttons, int icon, int def, const std::string& text, const 
     box.setIcon(icon == StopIcon ? QMessageBox::Critical : icon == QuestionIcon ? QMessageBox::Question
                 : icon == ExclamationIcon                   ? QMessageBox::Warning
                                                             : QMessageBox::Information);
-    if (buttons == YesNo) {
+    if (buttons == SaveDiscardCancel) {
+        box.setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+        box.setDefaultButton(def == kAnswerDiscard ? QMessageBox::Discard : def == kAnswerCancel ? QMessageBox::Cancel : QMessageBox::Save);
+        box.setEscapeButton(QMessageBox::Cancel);
+        const int b = box.exec();
+        l.info4 = b == QMessageBox::Save ? kAnswerSave : b == QMessageBox::Discard ? kAnswerDiscard : kAnswerCancel;
+    } else if (buttons == YesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton(def == 2 ? QMessageBox::No : QMessageBox::Yes);
         l.info4 = box.exec() == QMessageBox::Yes ? 1 : 2;

@@ -245,7 +245,9 @@ int WCursorShapeNow() { return L().cursor; }
 
 bool WPictureSave(int window, const std::string& file) {
     WINDOW_STATE* w = Window(window);
-    if (!w || w->front.isNull()) return false;
+    if (!w) return false;
+    // A window without a drawing area (the editor) is taken as its widgets show it.
+    if (w->front.isNull()) return w->top && w->top->grab().save(Q(file), "PNG");
     return w->front.save(Q(file), "PNG");
 }
 
