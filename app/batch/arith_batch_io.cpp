@@ -60,4 +60,24 @@ bool Batch_Option_Value(const std::string& verb, const std::vector<std::string>&
     return true;
 }
 
+bool Batch_Parse_Options(const std::string& verb, const std::vector<std::string>& args,
+                         const std::vector<BATCH_OPTION>& options, std::vector<std::string>& words, std::ostream& err) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const BATCH_OPTION* named = nullptr;
+        for (const BATCH_OPTION& o : options)
+            if (args[i] == o.name) named = &o;
+        if (named && named->flag) {
+            *named->flag = true;
+        } else if (named) {
+            if (!Batch_Option_Value(verb, args, i, *named->value, err)) return false;
+        } else if (hxl::Starts_With(args[i], "--")) {
+            err << "zendrite-batch " << verb << ": unknown option " << args[i] << "\n";
+            return false;
+        } else {
+            words.push_back(args[i]);
+        }
+    }
+    return true;
+}
+
 }  // namespace zendrite

@@ -25,6 +25,17 @@ bool Batch_Output_Name_Ok(const std::string& verb, const std::string& out_file, 
 bool Batch_Option_Value(const std::string& verb, const std::vector<std::string>& args, std::size_t& i,
                         std::string& value, std::ostream& err);
 
+// Splits `args` into the options named in `options` ("--name VALUE", or a
+// flag "--name" when `flag` is given) and the other words; false, after the
+// usage message of `verb`, for an option without its value or one not named.
+struct BATCH_OPTION {
+    const char* name;
+    std::string* value;
+    bool* flag = nullptr;
+};
+bool Batch_Parse_Options(const std::string& verb, const std::vector<std::string>& args,
+                         const std::vector<BATCH_OPTION>& options, std::vector<std::string>& words, std::ostream& err);
+
 // The verbs sum (average false) and average: they differ only in the division.
 int Run_Sum_Verb(bool average, const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 

@@ -13,16 +13,7 @@ namespace {
 int run_difference(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::vector<std::string> files;
     std::string out_file;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--out") {
-            if (!Batch_Option_Value("difference", args, i, out_file, err)) return 2;
-        } else if (hxl::Starts_With(args[i], "--")) {
-            err << "zendrite-batch difference: unknown option " << args[i] << "\n";
-            return 2;
-        } else {
-            files.push_back(args[i]);
-        }
-    }
+    if (!Batch_Parse_Options("difference", args, {{"--out", &out_file}}, files, err)) return 2;
     if (files.size() != 2) {
         err << "zendrite-batch difference: give two files A B\n";
         return 2;

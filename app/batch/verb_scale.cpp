@@ -15,20 +15,9 @@ namespace {
 int run_scale(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::vector<std::string> files;
     std::string out_file, factor_text, shift_text = "0";
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--out") {
-            if (!Batch_Option_Value("scale", args, i, out_file, err)) return 2;
-        } else if (args[i] == "--factor") {
-            if (!Batch_Option_Value("scale", args, i, factor_text, err)) return 2;
-        } else if (args[i] == "--shift") {
-            if (!Batch_Option_Value("scale", args, i, shift_text, err)) return 2;
-        } else if (hxl::Starts_With(args[i], "--")) {
-            err << "zendrite-batch scale: unknown option " << args[i] << "\n";
-            return 2;
-        } else {
-            files.push_back(args[i]);
-        }
-    }
+    if (!Batch_Parse_Options("scale", args, {{"--out", &out_file}, {"--factor", &factor_text}, {"--shift", &shift_text}},
+                             files, err))
+        return 2;
     if (files.size() != 1 || factor_text.empty()) {
         err << "zendrite-batch scale: give one file and --factor F\n";
         return 2;

@@ -16,20 +16,9 @@ namespace {
 int run_smooth(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::vector<std::string> words;
     std::string out_file, eff_file, param = "5";
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--out") {
-            if (!Batch_Option_Value("smooth", args, i, out_file, err)) return 2;
-        } else if (args[i] == "--param") {
-            if (!Batch_Option_Value("smooth", args, i, param, err)) return 2;
-        } else if (args[i] == "--eff") {
-            if (!Batch_Option_Value("smooth", args, i, eff_file, err)) return 2;
-        } else if (hxl::Starts_With(args[i], "--")) {
-            err << "zendrite-batch smooth: unknown option " << args[i] << "\n";
-            return 2;
-        } else {
-            words.push_back(args[i]);
-        }
-    }
+    if (!Batch_Parse_Options("smooth", args, {{"--out", &out_file}, {"--param", &param}, {"--eff", &eff_file}}, words,
+                             err))
+        return 2;
     if (words.size() != 2 || (words[0] != "poly" && words[0] != "fourier")) {
         err << "zendrite-batch smooth: give poly or fourier and one file\n";
         return 2;

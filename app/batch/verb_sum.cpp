@@ -15,18 +15,8 @@ int Run_Sum_Verb(bool average, const std::vector<std::string>& args, std::ostrea
     std::vector<std::string> files;
     std::string out_file;
     bool interpolate = false;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--out") {
-            if (!Batch_Option_Value(verb, args, i, out_file, err)) return 2;
-        } else if (args[i] == "--interpolate") {
-            interpolate = true;
-        } else if (hxl::Starts_With(args[i], "--")) {
-            err << "zendrite-batch " << verb << ": unknown option " << args[i] << "\n";
-            return 2;
-        } else {
-            files.push_back(args[i]);
-        }
-    }
+    if (!Batch_Parse_Options(verb, args, {{"--out", &out_file}, {"--interpolate", nullptr, &interpolate}}, files, err))
+        return 2;
     if (!Batch_Output_Name_Ok(verb, out_file, err)) return 2;
     std::vector<hxl::DIFFRACTION_PATTERN_TYPE> set(files.size());
     std::vector<const hxl::DIFFRACTION_PATTERN_TYPE*> ptr;

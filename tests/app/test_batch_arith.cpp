@@ -84,5 +84,19 @@ TEST(BatchArith, ResultsAndRefusals) {
     EXPECT_EQ(err, "Incorrect value of parameter \n");
     EXPECT_EQ(batch({"scale", a, "--factor", "nan", "--out", (dir / "no.xys").string()}, err), 1);
     EXPECT_FALSE(fs::exists(dir / "no.xys"));
+
+    // Usage errors end with status 2 and name the verb.
+    const std::string no = (dir / "no.xys").string();
+    EXPECT_EQ(batch({"scale", a, "--factor", "2", "--out"}, err), 2);
+    EXPECT_EQ(batch({"smooth", "poly", a, "--width", "3", "--out", no}, err), 2);
+    EXPECT_EQ(err, "zendrite-batch smooth: unknown option --width\n");
+    EXPECT_EQ(batch({"sum", a, a, "--interpolate", "--mean", "--out", no}, err), 2);
+    EXPECT_EQ(err, "zendrite-batch sum: unknown option --mean\n");
+    EXPECT_EQ(batch({"difference", a, "--out", no}, err), 2);
+    EXPECT_EQ(batch({"smooth", "fourier", a, "--param"}, err), 2);
+    // A flag takes no value: the word after it is a file.
+    EXPECT_EQ(batch({"average", a, "--interpolate", a, "--out", (dir / "i.xys").string()}, err), 0) << err;
+    EXPECT_NEAR(ys(dir / "i.xys")[7], raw[7], 1e-3 * raw[7]);
+    EXPECT_FALSE(fs::exists(no));
     fs::remove_all(dir);
 }
