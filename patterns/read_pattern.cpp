@@ -53,20 +53,27 @@ void Split_File_Name(const std::string& fullname, std::string& path, std::string
 namespace {
 
 // One block of a file (1-based); `nblocks` tells how many the file holds for
-// the formats that have several, 1 for the others.
+// the formats that have several, 1 for the others. `loaded`, when given, is
+// the file already read (by the first block), so that a file of many blocks
+// is read from the disk once.
 void read_block(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const std::optional<std::string>& mode,
-                std::optional<bool> sig, std::string* header, int block, int& nblocks) {
+                std::optional<bool> sig, std::string* header, int block, int& nblocks, Text_Unit* loaded = nullptr) {
     Clear_Pattern_Error();
     nblocks = 1;
     const std::string name = Trim(filename);
-    if (std::string why = not_a_file(name); !why.empty()) {
-        Set_Pattern_Error(why);
-        return;
-    }
-    Text_Unit unit;
-    if (!unit.Open(name)) {
-        Set_Pattern_Error(" Error opening the file: " + name);
-        return;
+    Text_Unit own;
+    Text_Unit& unit = loaded ? *loaded : own;
+    if (loaded) {
+        unit.Rewind();
+    } else {
+        if (std::string why = not_a_file(name); !why.empty()) {
+            Set_Pattern_Error(why);
+            return;
+        }
+        if (!unit.Open(name)) {
+            Set_Pattern_Error(" Error opening the file: " + name);
+            return;
+        }
     }
     Split_File_Name(name, p.filepath, p.filename);
     p.sig_var = true;  // every reader fills sigma with variances, also when the record is reused
@@ -179,7 +186,7 @@ void read_block(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const 
         }
     }
     if (!ERR_Pattern && Check_Finite_Values(p, unit.Text())) Make_X_Ascending(p);
-    unit.Close();
+    if (!loaded) unit.Close();
 
     if (sig && *sig && !ERR_Pattern) {
         const int n = std::min(p.npts, p.sigma.size());
@@ -261,7 +268,19 @@ void Read_Pattern_Blocks(const std::string& filename, const std::string& mode,
     }
     patterns.resize(1);
     int nblocks = 1;
-    read_block(filename, patterns[0], mode, std::nullopt, nullptr, 1, nblocks);
+    const std::string name = Trim(filename);
+    if (std::string why = not_a_file(name); !why.empty()) {
+        Set_Pattern_Error(why);
+        patterns.clear();
+        return;
+    }
+    Text_Unit unit;
+    if (!unit.Open(name)) {
+        Set_Pattern_Error(" Error opening the file: " + name);
+        patterns.clear();
+        return;
+    }
+    read_block(filename, patterns[0], mode, std::nullopt, nullptr, 1, nblocks, &unit);
     if (ERR_Pattern) {
         patterns.clear();
         return;
@@ -270,7 +289,7 @@ void Read_Pattern_Blocks(const std::string& filename, const std::string& mode,
     for (int b = 2; b <= n; ++b) {
         DIFFRACTION_PATTERN_TYPE next;
         int again = 0;
-        read_block(filename, next, mode, std::nullopt, nullptr, b, again);
+        read_block(filename, next, mode, std::nullopt, nullptr, b, again, &unit);
         if (ERR_Pattern) {
             // The first block stands; a later bad one is told and left out.
             ++left_out;
