@@ -46,7 +46,8 @@ void background_points() {
     const ZENDRITE_STORE& g = zendrite_param_global();
     const FRAME_LIMITS& f = Graphics_State().frame;
     page_units_on_window();
-    IGrColourN(0x0000FF);
+    // Blue, so that the points show on the profiles, drawn in red by default.
+    IGrColourN(WRGB(0, 0, 255));
     IGrFillPattern(3);
     const int n = std::clamp(g.Bgr_List.count, 0, kMaxBgrPoints);
     for (int i = 1; i <= n; ++i) {
@@ -54,7 +55,7 @@ void background_points() {
         if (b.x < f.xmin || b.x > f.xmax) continue;
         float px = 0, py = 0;
         Data_To_Page(b.x, Frame_Y(b.y, f.log), px, py);
-        IGrCircle(px, py, 4.0f);
+        IGrCircle(px, py, 6.0f);
     }
     IGrFillPattern(0);
 }

@@ -265,8 +265,9 @@ TEST_F(Plot, PeaksByMouseUpTo401AndTheirDeletion) {
 TEST_F(Plot, BackgroundPointsStopAt400) {
     std::string s = open({"psi.dat"}) + "menu 40138\nmenu 40144\n";
     for (int i = 1; i <= 401; ++i) s += "mouse press 1 " + std::to_string(10 + 0.3 * i) + " 8000\n";
-    s += dump("d1.txt") + "menu 40145\nmouse press 1 10.3 8000\nmouse press 1 5 8000\n" + dump("d2.txt");
-    s += "menu 40148\n" + dump("d3.txt") + "menu 40139\n" + dump("d4.txt");
+    s += dump("d1.txt") + picture("b.png") + "menu 40145\nmouse press 1 10.3 8000\nmouse press 1 5 8000\n" +
+         dump("d2.txt");
+    s += "menu 40148\n" + dump("d3.txt") + picture("none.png") + "menu 40139\n" + dump("d4.txt");
     run(s);
     ASSERT_EQ(status, 0) << out << err;
     EXPECT_EQ(value(read(home / "d1.txt"), "background"), "400");
@@ -276,6 +277,9 @@ TEST_F(Plot, BackgroundPointsStopAt400) {
     EXPECT_EQ(count(out, "No background point found in this position for removing"), 1) << out;
     EXPECT_EQ(value(read(home / "d3.txt"), "background"), "0");
     EXPECT_EQ(value(read(home / "d4.txt"), "graph_mode"), "single");
+    // The points are drawn in blue over the red profile; none once the list is cleared.
+    EXPECT_GT(pixels_of(home / "b.png", qRgb(0, 0, 255)), 400);
+    EXPECT_EQ(pixels_of(home / "none.png", qRgb(0, 0, 255)), 0);
 }
 
 TEST_F(Plot, ProfilingEnableAndDisable) {
