@@ -4,33 +4,12 @@
 #include <sstream>
 
 #include "patterns/replace_file.h"
+#include "peaks/arcfit_layout.h"
 #include "support/edit_format.h"
 #include "support/fixed_text.h"
 
 namespace hxl {
 namespace {
-
-// One record layout, parsed once, written with mixed values.
-class Layout {
-public:
-    explicit Layout(std::string_view text) {
-        std::string message;
-        Parse_Edit_Format(text, f_, message);
-    }
-    template <class... A>
-    void operator()(std::string& out, const A&... a) const {
-        Edit_Writer w(f_, out);
-        (put(w, a), ...);
-    }
-
-private:
-    static void put(Edit_Writer& w, int v) { w.Int(v); }
-    static void put(Edit_Writer& w, float v) { w.Real(v); }
-    static void put(Edit_Writer& w, double v) { w.Real(v); }
-    static void put(Edit_Writer& w, const char* v) { w.Text(v); }
-    static void put(Edit_Writer& w, const std::string& v) { w.Text(v); }
-    EDIT_FORMAT_TYPE f_;
-};
 
 void line(std::string& out, const std::string& text) {
     out += text;
