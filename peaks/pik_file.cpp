@@ -79,11 +79,14 @@ bool Read_Pik_Text(const std::string& text, PIK_JOB_TYPE& job, std::string& mess
     if (List_Read(std::string_view(line), v, 13) != List_Result::Ok) return Fail(message, range_error);
     int* ints[11] = {&j.nbac, &j.npeak, &j.ncyc, &j.inte, &j.inst, &j.jobt, &j.cont, &j.weight, &j.corr, &j.constr,
                      &j.percent};
-    if (!std::isfinite(v[0]) || !std::isfinite(v[1])) return Fail(message, range_error);
+    // Values the line's layout (2f10.4,13i6) could not write back with a blank
+    // before them are refused: the job file written after a run would not read.
+    if (!(std::fabs(v[0]) < 10000.0) || !(v[1] > -1000.0 && v[1] < 10000.0)) return Fail(message, range_error);
     j.ang_init = static_cast<float>(v[0]);
     j.ang_fin = static_cast<float>(v[1]);
     for (int i = 0; i < 11; ++i) {
-        if (!(std::fabs(v[i + 2]) < 1e9) || v[i + 2] != std::floor(v[i + 2])) return Fail(message, range_error);
+        if (!(v[i + 2] >= -9999.0 && v[i + 2] <= 99999.0) || v[i + 2] != std::floor(v[i + 2]))
+            return Fail(message, range_error);
         *ints[i] = static_cast<int>(v[i + 2]);
     }
     if (j.nbac < 0 || j.npeak < 0 || j.npeak > kArcMaxPeaks) return Fail(message, range_error);

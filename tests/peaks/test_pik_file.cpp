@@ -121,6 +121,11 @@ TEST(PikFile, EachFailureGivesItsTextAndLeavesTheJob) {
          " => Error at reading: tof/2theta_ini, tof/2theta_fin, n_ba, etc ! "},
         {Replace_Line(kJob, 3, "   20.0000   45.5000   121     2    15     0     0     0     1    70     0     0    50"),
          " => Error: too many background parameters ! "},
+        // A value that would fill its whole field when the job is written back (i6, f10.4).
+        {Replace_Line(kJob, 3, "   20.0000   45.5000     3     2    15     0     0     0     1    70     0     0 100000"),
+         " => Error at reading: tof/2theta_ini, tof/2theta_fin, n_ba, etc ! "},
+        {Replace_Line(kJob, 3, "   20.0000  -1000.0     3     2    15     0     0     0     1    70     0     0    50"),
+         " => Error at reading: tof/2theta_ini, tof/2theta_fin, n_ba, etc ! "},
         {Replace_Line(kJob, 4, "    1.54060a    1.544400  <=  Lambda1 & Lambda2"),
          " => Error at reading: Lambda1,Lambda2 or d2tof ! "},
         {Replace_Line(kJob, 6, "      bad           0"), " => Error at reading Ka2/Ka1 ratio:       bad           0"},
