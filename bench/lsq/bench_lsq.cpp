@@ -9,6 +9,7 @@
 #include <numeric>
 
 #include "peaks/lm_der.h"
+#include "tests/peaks/lsq_fixture.h"
 
 namespace {
 
@@ -62,18 +63,7 @@ void Eval(const PROBLEM& p, const hxl::Array1<float>& v, hxl::Array1<float>& fve
         float yc = v(1);
         if (rows) rows->Add(i, 1, -1.0f / si);
         auto k = static_cast<std::size_t>(std::lower_bound(centre.begin(), centre.end(), xi - reach) - centre.begin());
-        for (; k < centre.size() && centre[k] <= xi + reach; ++k) {
-            const int j = 2 + 3 * order[k];
-            const float c = v(j), h = v(j + 1), w = v(j + 2), u = (xi - c) / w;
-            if (std::fabs(u) > 8.0f) continue;
-            const float e = std::exp(-0.5f * u * u);
-            yc += h * e;
-            if (rows) {
-                rows->Add(i, j, -(h * e * u / w) / si);
-                rows->Add(i, j + 1, -e / si);
-                rows->Add(i, j + 2, -(h * e * u * u / w) / si);
-            }
-        }
+        for (; k < centre.size() && centre[k] <= xi + reach; ++k) Add_Gauss_Peak(v, 2 + 3 * order[k], i, xi, si, yc, rows);
         fvec(i) = (p.y[static_cast<std::size_t>(i - 1)] - yc) / si;
     }
 }

@@ -7,6 +7,21 @@
 
 #include "peaks/lsq_types.h"
 
+// Adds the peak whose centre, height and width are p(j), p(j+1), p(j+2) at
+// observation i (at xi, sigma si) to yc, and its row entries to `rows`.
+inline void Add_Gauss_Peak(const hxl::Array1<float>& p, int j, int i, float xi, float si, float& yc,
+                           hxl::LSQ_SPARSE_JACOBIAN_TYPE* rows) {
+    const float c = p(j), h = p(j + 1), w = p(j + 2), u = (xi - c) / w;
+    if (std::fabs(u) > 8.0f) return;
+    const float e = std::exp(-0.5f * u * u);
+    yc += h * e;
+    if (rows) {
+        rows->Add(i, j, -(h * e * u / w) / si);
+        rows->Add(i, j + 1, -e / si);
+        rows->Add(i, j + 2, -(h * e * u * u / w) / si);
+    }
+}
+
 struct GAUSS_FIT_PROBLEM {
     std::vector<float> x, y, s;  // observations and their sigmas
     float x0 = 0.0f;
@@ -24,19 +39,7 @@ struct GAUSS_FIT_PROBLEM {
                 rows->Add(i, 1, -1.0f / si);
                 rows->Add(i, 2, -(xi - x0) / si);
             }
-            for (int k = 0; k < npk; ++k) {
-                const int j = 3 + 3 * k;
-                const float c = p(j), h = p(j + 1), w = p(j + 2);
-                const float u = (xi - c) / w;
-                if (std::fabs(u) > 8.0f) continue;
-                const float e = std::exp(-0.5f * u * u);
-                yc += h * e;
-                if (rows) {
-                    rows->Add(i, j, -(h * e * u / w) / si);
-                    rows->Add(i, j + 1, -e / si);
-                    rows->Add(i, j + 2, -(h * e * u * u / w) / si);
-                }
-            }
+            for (int k = 0; k < npk; ++k) Add_Gauss_Peak(p, 3 + 3 * k, i, xi, si, yc, rows);
             fvec(i) = (y[static_cast<std::size_t>(i - 1)] - yc) / si;
         }
     }
