@@ -5,10 +5,13 @@
 #include <string>
 
 #include "app/batch/batch_verbs.h"
+#include "crystal/cell_refine.h"
 #include "crystal/crystal_metrics.h"
+#include "crystal/figures_of_merit.h"
 #include "crystal/niggli_cell.h"
 #include "crystal/reflections.h"
 #include "crystal/space_group.h"
+#include "peaks/peak_file_read.h"
 
 namespace zendrite {
 namespace {
@@ -21,10 +24,64 @@ bool number(const std::string& s, float& v) {
     return true;
 }
 
+// The figures of merit of the cell against the peaks and the refined cell.
+int Print_Peak_Figures(const std::vector<hxl::PEAK_POINT_TYPE>& peak_list, const hxl::Cell_Record& rec,
+                       const float cell[6], const hxl::SPACE_GROUP_TYPE& sg, float lambda, float zero, float tolerance,
+                       bool refine_zero, std::ostream& out, std::ostream& err) {
+    std::vector<double> x;
+    for (const auto& p : peak_list) x.push_back(p.x);
+    hxl::FOM_SETTINGS_TYPE fs;
+    fs.x.lambda = lambda;
+    fs.x.zero = zero;
+    fs.tolerance = tolerance;
+    hxl::FOM_RESULT_TYPE fom;
+    if (!hxl::Figures_Of_Merit(x, rec, sg, fs, fom)) {
+        err << fom.message << "\n";
+        return 1;
+    }
+    char buf[160];
+    out << "\n";
+    if (fom.m20_valid) std::snprintf(buf, sizeof buf, "M(20) = %.1f", fom.m20);
+    else std::snprintf(buf, sizeof buf, "%s", fom.m20_text.c_str());
+    out << buf << "\n";
+    if (fom.fn_valid) {
+        std::snprintf(buf, sizeof buf, "F(N) = %.1f (N = %d)", fom.fn, fom.fn_n);
+        out << buf << "\n      " << fom.fn_text << "  (mean |delta 2theta|, N_poss)\n";
+    } else {
+        out << fom.fn_text << "\n";
+    }
+    std::snprintf(buf, sizeof buf, "Unexplained peaks: %d of %d (tolerance %.4f deg)", fom.unexplained, fom.n_obs,
+                  tolerance > 0 ? static_cast<double>(tolerance) : hxl::Default_Peak_Tolerance(fs.x, 0));
+    out << buf << "\n";
+    if (fom.n_obs < static_cast<int>(x.size()))
+        out << "Peaks beyond 180 degrees or not positive, left out: " << x.size() - fom.n_obs << "\n";
+    hxl::CELL_REFINE_SETTINGS_TYPE rs;
+    rs.x = fs.x;
+    rs.tolerance = tolerance;
+    rs.refine_zero = refine_zero;
+    double start[6];
+    for (int i = 0; i < 6; ++i) start[i] = cell[i];
+    hxl::CELL_REFINE_RESULT_TYPE r;
+    if (!hxl::Refine_Cell(x, start, sg, rs, r)) {
+        err << r.message << "\n";
+        return 1;
+    }
+    out << "Refined cell: " << r.cell_text << "\n";
+    out << "       sigma: " << r.std_text << "\n";
+    if (refine_zero) {
+        std::snprintf(buf, sizeof buf, "Zero shift: %.5f (%.5f) deg", r.zero, r.zero_std);
+        out << buf << "\n";
+    }
+    std::snprintf(buf, sizeof buf, "Peaks used: %d of %d, parameters %d, reduced chi2 %.4g deg^2", r.n_used,
+                  static_cast<int>(x.size()), r.n_par, r.chi2);
+    out << buf << "\n";
+    return 0;
+}
+
 int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    float cell[6] = {0, 0, 0, 0, 0, 0}, lambda = 0, range[2] = {0, 0};
-    bool has_cell = false, has_lambda = false, has_range = false;
-    std::string symbol;
+    float cell[6] = {0, 0, 0, 0, 0, 0}, lambda = 0, range[2] = {0, 0}, zero = 0, tolerance = 0;
+    bool has_cell = false, has_lambda = false, has_range = false, refine_zero = false;
+    std::string symbol, peaks;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
         auto take = [&](float* v, int n, const char* what) {
@@ -49,6 +106,22 @@ int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         } else if (a == "--range") {
             if (!take(range, 2, "two angles (2THMIN 2THMAX)")) return 2;
             has_range = true;
+        } else if (a == "--peaks") {
+            if (i + 1 >= args.size()) {
+                err << "zendrite-batch hkl: --peaks needs a peak file\n";
+                return 2;
+            }
+            peaks = args[++i];
+        } else if (a == "--zero") {
+            if (!take(&zero, 1, "a zero shift in degrees")) return 2;
+        } else if (a == "--tolerance") {
+            if (!take(&tolerance, 1, "a tolerance in degrees")) return 2;
+            if (!(tolerance > 0)) {
+                err << "zendrite-batch hkl: --tolerance needs a positive number\n";
+                return 2;
+            }
+        } else if (a == "--refine-zero") {
+            refine_zero = true;
         } else if (a == "--sg") {
             while (i + 1 < args.size() && args[i + 1].rfind("--", 0) != 0) symbol += (symbol.empty() ? "" : " ") + args[++i];
             if (symbol.empty()) {
@@ -88,6 +161,12 @@ int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         err << msg << "\n";
         return 1;
     }
+    // The peak file is read before anything is printed, so that a refusal prints nothing else.
+    std::vector<hxl::PEAK_POINT_TYPE> peak_list;
+    if (!peaks.empty() && !hxl::Read_Free_Peaks(peaks, peak_list, msg)) {
+        err << msg << "\n";
+        return 1;
+    }
     std::vector<hxl::HKL_GEN_TYPE> list;
     if (!hxl::Hkl_Generate(rec, sg, smin * 0.999f, smax, list, msg)) {
         err << msg << "\n";
@@ -103,13 +182,20 @@ int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostrea
                       static_cast<double>(tth));
         out << buf << "\n";
     }
-    return 0;
+    if (peaks.empty()) return 0;
+    return Print_Peak_Figures(peak_list, rec, cell, sg, lambda, zero, tolerance, refine_zero, out, err);
 }
 
 const bool registered = Register_Batch_Verb(
-    {"hkl", "hkl --cell a b c al be ga --sg SYMBOL --lambda L --range 2THMIN 2THMAX",
+    {"hkl",
+     "hkl --cell a b c al be ga --sg SYMBOL --lambda L --range 2THMIN 2THMAX [--peaks FILE [--zero Z] "
+     "[--refine-zero] [--tolerance T]]",
      "      lists the reflections the space group allows in the 2theta range:\n"
-     "      h k l, multiplicity, d and 2theta, by rising 2theta",
+     "      h k l, multiplicity, d and 2theta, by rising 2theta; with --peaks, a\n"
+     "      peak file of the free format (positions in 2theta) is compared with the\n"
+     "      cell: de Wolff's M(20), Smith and Snyder's F(N), the peaks no reflection\n"
+     "      explains within T degrees (0.05), and the cell refined by least squares\n"
+     "      on the matched peaks (with the zero shift when asked)",
      run_hkl});
 
 }  // namespace

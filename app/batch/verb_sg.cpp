@@ -2,7 +2,7 @@
 #include <string>
 
 #include "app/batch/batch_verbs.h"
-#include "crystal/reflections.h"
+#include "crystal/cryst_listing.h"
 #include "crystal/space_group.h"
 
 namespace zendrite {
@@ -22,9 +22,7 @@ int run_sg(const std::vector<std::string>& args, std::ostream& out, std::ostream
         if (!hxl::ERR_Symm_Info.empty()) err << " " << hxl::ERR_Symm_Info << "\n";
         return 1;
     }
-    hxl::List_Space_Group(sg, out);
-    out << "\n => Asymmetric region of reflections: " << hxl::Laue_Region_Text(sg) << "\n";
-    hxl::Write_Reflection_Conditions(sg, out);
+    hxl::List_Space_Group_And_Conditions(sg, out);
     return 0;
 }
 

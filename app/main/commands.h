@@ -20,6 +20,8 @@ void Open_Raw_Command(bool& error, std::string& message);
 // Numors of a powder instrument, one profile each; the instrument comes from the
 // directory or is asked for.
 void Open_Numors_Command(bool& error, std::string& message);
+// The folder of temporary files (TEMP, TMP, else the system's), ending in '/'.
+std::string Temp_Folder();
 // The head of one numor, shown read-only in the internal editor.
 void View_Header_Numor_Command(bool& error, std::string& message);
 

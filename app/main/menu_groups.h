@@ -90,6 +90,9 @@ void Editor_Open(int item);
 // The internal editor when the preference asks for it, else the text editor program.
 void Edit_Text_File(const std::string& file);
 
+// cryst_calc.cpp: the metrics, space-group listing and reflection conditions of a cell and group
+void Cryst_Calc(int item);
+
 // help_menu.cpp
 void Options_Preferences(int item);
 void Help_About(int item);

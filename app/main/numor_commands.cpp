@@ -81,7 +81,9 @@ void enter_profile(hxl::NUMOR_PROFILE& p, std::vector<std::string>& messages) {
     messages.insert(messages.end(), r.messages.begin(), r.messages.end());
 }
 
-std::string temp_dir() {
+}  // namespace
+
+std::string Temp_Folder() {
     const hxl::NRF_LOCATIONS& l = hxl::Find_Nrf_Locations();
     if (l.temp_ok) return l.temp_dir;
     std::error_code ec;
@@ -89,8 +91,6 @@ std::string temp_dir() {
     if (ec) t = ".";
     return t.back() == '/' ? t : t + "/";
 }
-
-}  // namespace
 
 void Open_Numors_Command(bool& error, std::string& message) {
     error = false;
@@ -127,7 +127,7 @@ void View_Header_Numor_Command(bool& error, std::string& message) {
     }
     std::string text;
     for (const std::string& l : lines) text += l + "\n";
-    const std::string file = temp_dir() + std::filesystem::path(files.front()).filename().string() + "_header.txt";
+    const std::string file = Temp_Folder() + std::filesystem::path(files.front()).filename().string() + "_header.txt";
     if (!Write_File_Replace(file, text)) {
         error = true;
         message = "Unable to write the header file " + file;
