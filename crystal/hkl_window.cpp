@@ -22,7 +22,7 @@ bool Hkl_Trial_Cell(const float cell[6], Cell_Record& record, std::string& messa
     Cell_Record r;
     Fill_Cell_Record(cell, cell + 3, r);
     const double abc = static_cast<double>(cell[0]) * cell[1] * cell[2];
-    if (ERR_Crys || !(r.volume > 1e-4 * abc) || !std::isfinite(r.volume)) {
+    if (ERR_Crys || !(r.volume > 1e-3 * abc) || !std::isfinite(r.volume)) {
         Clear_Crys_Error();
         message = "Wrong cell parameters";
         return false;

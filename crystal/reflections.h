@@ -42,7 +42,7 @@ bool Hkl_Generate(const Cell_Record& cell, const SPACE_GROUP_TYPE& sg, float smi
 long Hkl_Size_Estimate(float smax, float volume, int count);
 
 // The cell of a trial: angles that give no cell, a non-positive edge or a volume near
-// zero (below 1e-4 of a b c) give "Wrong cell parameters".
+// zero (below 1e-3 of a b c) give "Wrong cell parameters".
 bool Hkl_Trial_Cell(const float cell[6], Cell_Record& record, std::string& message);
 
 // The list of a plot window [xmin, xmax] in an X space: the limits in s, the generation,
