@@ -132,6 +132,9 @@ struct DIALOG_FIELD {
     std::vector<GRID_COLUMN> columns;  // grid columns
     int low = 0, high = 100;  // slider, spin and progress ranges
     bool wrap = false;        // label: its text wraps at the dialog's width
+    // In a modeless dialog, a change made by the user (a slider moved, a check box clicked,
+    // Return in an edit) comes out of WMessage as a PushButton event with the field's number.
+    bool notify = false;
 };
 inline DIALOG_FIELD Fld(int id, FIELD_KIND kind, const std::string& label, int tab = 0) {
     DIALOG_FIELD f;

@@ -77,6 +77,14 @@ bool Hkl_S_Limits(HKL_XSPACE space, float xmin, float xmax, float lambda, float 
     return true;
 }
 
+long Hkl_Size_Estimate(float smax, float volume, int count) {
+    const double sm = smax;
+    const double n = 8.0 * sm * sm * sm * 1.05 * (4.0 * pi / 3.0) * static_cast<double>(volume);
+    // a huge window must reach the refusal of the caller, not wrap around
+    const long base = n < 1e15 ? static_cast<long>(n) : static_cast<long>(1e15);
+    return base * 2 / std::max(1, count);
+}
+
 bool Hkl_Position(HKL_XSPACE space, float s, float lambda, float dtt1, float dtt2, float& pos) {
     const double ds = s;
     switch (space) {
@@ -178,9 +186,7 @@ bool Hkl_Generate(const Cell_Record& cell, const SPACE_GROUP_TYPE& sg, float smi
     const int hmax = static_cast<int>(2.0 * smax * cell.cell[0]) + 1;
     const int kmax = static_cast<int>(2.0 * smax * cell.cell[1]) + 1;
     const int lmax = static_cast<int>(2.0 * smax * cell.cell[2]) + 1;
-    const double sm = static_cast<double>(smax) + 0.2;
-    const long nest = static_cast<long>(8.0 * sm * sm * sm * 1.05 * (4.0 * pi / 3.0) * cell.volume) * 2 /
-                      std::max<long>(1, static_cast<long>(laue.size()));
+    const long nest = Hkl_Size_Estimate(smax, cell.volume, static_cast<int>(laue.size()));
     if (nest > 4000000 || static_cast<double>(hmax) * kmax * lmax > 2.0e8) {
         message = too_many;
         return false;

@@ -37,6 +37,22 @@ std::string Laue_Region_Text(const SPACE_GROUP_TYPE& sg);
 bool Hkl_Generate(const Cell_Record& cell, const SPACE_GROUP_TYPE& sg, float smin, float smax,
                   std::vector<HKL_GEN_TYPE>& list, std::string& message);
 
+// Room reserved for a list up to smax: N = int(8 smax^3 1.05 (4 pi / 3) V), doubled
+// and divided by `count` (the group's count, at least 1).
+long Hkl_Size_Estimate(float smax, float volume, int count);
+
+// The cell of a trial: angles that give no cell, a non-positive edge or a volume near
+// zero (below 1e-3 of a b c) give "Wrong cell parameters".
+bool Hkl_Trial_Cell(const float cell[6], Cell_Record& record, std::string& message);
+
+// The list of a plot window [xmin, xmax] in an X space: the limits in s, the generation,
+// each position (reflections without one, 2theta beyond 180, are dropped), and y from
+// the point of (px, py) nearest in x (n points, x rising; n = 0 leaves y at 0).
+// False with the message and the list unchanged on failure.
+bool Hkl_Generate_Window(const Cell_Record& cell, const SPACE_GROUP_TYPE& sg, HKL_XSPACE space, float lambda,
+                         float dtt1, float dtt2, float xmin, float xmax, const float* px, const float* py, int n,
+                         std::vector<HKL_GEN_TYPE>& list, std::string& message);
+
 // Limits of a window in an X space turned into s, with the margin of 0.2 on
 // the upper one. lambda for 2theta, dtt1/dtt2 for TOF (t = dtt1 d + dtt2 d^2).
 bool Hkl_S_Limits(HKL_XSPACE space, float xmin, float xmax, float lambda, float dtt1, float dtt2, float& smin,

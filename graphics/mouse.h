@@ -18,11 +18,13 @@ struct MOUSE_STATE {
     float last_px = 0, last_py = 0;    // last point of the rubber band, page units
     float last_x = 0, last_y = 0;      // last point of a plot drag, data units
     std::vector<int> found;            // reflections under the mouse at the last event
+    std::vector<int> found_hkl;        // the same in the list of the HKL generator
     bool pivot_chosen = false;         // scaling: first step done
     float pivot_x = 0, pivot_y = 0;    // data units
     std::vector<int> marked;           // slots marked for offset/align and scaling
     bool spectral_lines = false;
     bool line_kalpha1 = false, line_kalpha2 = false, line_kbeta = false, line_lalpha1 = false;
+    int spectral_element = 5;  // from 1 in the anode table; its K-alpha1 is where the mouse is
     int rotation = 0, elevation = 22;  // 3D graphs
     bool zone_search = false;          // the next band of the calculation mode is a search zone
 };

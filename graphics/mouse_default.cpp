@@ -1,8 +1,10 @@
 // MoveMode 0 and every mouse event of "calculation": read-out, rubber-band zoom, undo, list edits.
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
 #include "app/store/zendrite_param_global.h"
+#include "crystal/spectral_lines.h"
 #include "graphics/mouse.h"
 #include "graphics/mouse_draw.h"
 #include "graphics/plot.h"
@@ -20,24 +22,22 @@ struct MARK {
     float x;
 };
 
-// 2theta of the same reflection for another wavelength.
-float shifted_two_theta(float two_theta, float lambda1, float lambda) {
-    const double s = std::sin(two_theta * M_PI / 360.0) * lambda / lambda1;
-    if (std::fabs(s) >= 1.0) return NAN;
-    return static_cast<float>(360.0 / M_PI * std::asin(s));
-}
-
-// Marks of the spectral lines switched on, for a mouse at the K-alpha1 position x.
+// Marks of the spectral lines switched on, for a mouse at the chosen element's K-alpha1:
+// each line is the same reflection at that line's wavelength.
 std::vector<MARK> spectral_marks(float x) {
-    const ZENDRITE_STORE& g = zendrite_param_global();
     const MOUSE_STATE& m = Mouse_State();
+    const auto& table = hxl::Spectral_Elements();
+    const std::size_t e = static_cast<std::size_t>(std::clamp(m.spectral_element, 1, static_cast<int>(table.size())) - 1);
+    const hxl::SPECTRAL_ELEMENT_TYPE& el = table[e];
     std::vector<MARK> marks;
-    const float l1 = g.nperfiles >= 1 ? g.pattern[1].lambda1 : 0.0f;
-    if (m.line_kalpha1) marks.push_back({"Yellow", x});
-    if (l1 <= 0) return marks;
-    if (m.line_kalpha2 && g.pattern[1].lambda2 > 0) marks.push_back({"Magenta", shifted_two_theta(x, l1, g.pattern[1].lambda2)});
-    if (m.line_kbeta && g.pattern[1].lambda_beta > 0) marks.push_back({"Green", shifted_two_theta(x, l1, g.pattern[1].lambda_beta)});
-    if (m.line_lalpha1) marks.push_back({"cyan", shifted_two_theta(x, l1, 1.4763f)});
+    auto add = [&](bool on, const char* colour, double lambda) {
+        double t = 0;
+        if (on && hxl::Same_D_Two_Theta(x, el.kalpha1, lambda, t)) marks.push_back({colour, static_cast<float>(t)});
+    };
+    add(m.line_kalpha1, "Yellow", el.kalpha1);
+    add(m.line_kalpha2, "Magenta", el.kalpha2);
+    add(m.line_kbeta, "Green", el.kbeta);
+    add(m.line_lalpha1, "cyan", table.back().lalpha1);  // tungsten's, the usual contamination of a tube
     return marks;
 }
 

@@ -4,6 +4,7 @@
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
 #include "graphics/mouse.h"
+#include "graphics/mouse_draw.h"
 #include "graphics/plot.h"
 #include "graphics/plot_settings.h"
 #include "graphics/plot_state.h"
@@ -31,9 +32,7 @@ std::vector<int> reflections_near(float x, float y) {
 
 void show_box(float x, float y, const std::vector<int>& found) {
     const ZENDRITE_STORE& g = zendrite_param_global();
-    const PLOT_SETTINGS& s = Plot_Settings();
     const PRF_INFO_ADD_TYPE& info = g.info[static_cast<std::size_t>(g.ProfilePRFactive)];
-    const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
     WindowSelect(kRootWindow);
     IGrSelect(1, kRootWindow);
     IGrPlotMode(PlotNormal);
@@ -47,31 +46,9 @@ void show_box(float x, float y, const std::vector<int>& found) {
         IGrLineTo(info.refl_pos(i), g.diff_base + g.tick_bottom[static_cast<std::size_t>(ph_i)]);
     }
     IGrLineWidth(1);
-    IGrArea(0, 0, 1, 1);
-    IGrUnits(0, 0, pw, ph);
-    WGrTextFont(3, 0, 0.007f, 0.016f);
     std::vector<std::string> lines;
-    float width = 0;
-    for (int i : found) {
-        lines.push_back(info.refl_label.size() >= i ? hxl::Trim(info.refl_label(i)) : std::string());
-        width = std::max(width, WGrTextLength(lines.back()));
-    }
-    const float line_h = 0.018f * ph, pad = 6.0f;
-    const float box_h = line_h * static_cast<float>(lines.size()) + 2 * pad, box_w = width + 2 * pad;
-    float px = 0, py = 0;
-    Data_To_Page(x, y, px, py);
-    float left = px + 15.0f;
-    if (left + box_w > pw) left = std::max(0.0f, px - 15.0f - box_w);
-    float top = std::min(ph, py + box_h / 2);
-    if (top - box_h < 5.0f) top = box_h + 5.0f;
-    IGrColourN(WRGB(255, 255, 225));
-    IGrFillPattern(3);
-    IGrRectangle(left, top - box_h, left + box_w, top);
-    IGrFillPattern(0);
-    IGrColourN(0);
-    IGrRectangle(left, top - box_h, left + box_w, top);
-    for (std::size_t k = 0; k < lines.size(); ++k)
-        WGrTextString(left + pad, top - pad - line_h * static_cast<float>(k + 1) + 0.25f * line_h, lines[k]);
+    for (int i : found) lines.push_back(info.refl_label.size() >= i ? hxl::Trim(info.refl_label(i)) : std::string());
+    Reflection_Box(x, y, lines);
 }
 }  // namespace
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "app/main/hkl_gen.h"
 #include "app/main/menu_groups.h"
 #include "app/main/root_menu.h"
 
@@ -135,6 +136,16 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40107, Editor_Open},
             {40104, Editor_Open},
             {40225, Editor_Open},
+            // HKL generator and spectral lines
+            {40154, Tools_Hkl_Gen},
+            {40215, Spectral_Lines_Command},
+            {40216, Spectral_Lines_Command},
+            {40217, Spectral_Lines_Command},
+            {40218, Spectral_Lines_Command},
+            {40219, Spectral_Lines_Command},
+            {40220, Spectral_Lines_Command},
+            {40221, Spectral_Lines_Command},
+            {40222, Spectral_Lines_Command},
         };
         std::sort(t.begin(), t.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
         return t;

@@ -1,6 +1,7 @@
 // Where the shell meets the plot engine: its hooks, the mouse, repaint and Focus.
 #include "app/main/plot_link.h"
 
+#include "app/main/hkl_gen.h"
 #include "app/main/menu_groups.h"
 #include "app/main/root_menu.h"
 #include "app/main/zendrite_app.h"
@@ -28,6 +29,7 @@ void Connect_Plot() {
         if (X_Space_Hooks().menu_states) X_Space_Hooks().menu_states();
     };
     Graphics_Hooks().message = [](const std::string& text) { Show_Message(text); };
+    Connect_Hkl_Gen();
 #endif
 }
 

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "app/main/configuration.h"
+#include "app/main/hkl_gen.h"
 #include "app/main/menu_groups.h"
 #include "app/main/plot_link.h"
 #include "app/main/preferences.h"
@@ -103,6 +104,7 @@ void Zendrite_Start(const std::vector<std::string>& args) {
     Read_Recent_Files();
     Show_Recent_Files();
     Read_Second_Axis_Setting();
+    Spectral_Lines_Command(40221);  // the lines start switched off, their items greyed
     if (!pref_exists) {
         WMessageBox(OkOnly, InformationIcon, 1,
                     "WARNING: No preferences file.\rDefault preferences will be used\r"
@@ -162,6 +164,8 @@ void Main_Loop() {
         } else if (m.win == WEditWindow() && m.win != 0) {
             WindowSelect(m.win);
             if ((type == PushButton && m.value1 == kIdCancel) || type == CloseRequest) WEditClose();
+        } else if (m.win == kHklPanel && WDialogOpen(kHklPanel)) {
+            Hkl_Gen_Panel_Event(type, m);
         } else if (m.win == 128 && WDialogOpen(128)) {
             WDialogSelect(128);
             if ((type == PushButton && m.value1 == 1267) || type == CloseRequest) WDialogUnload();

@@ -13,6 +13,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -104,6 +105,19 @@ QWidget* make_field(DIALOG_STATE& d, FIELD_STATE& f, std::map<int, QButtonGroup*
     }
     }
     w->setObjectName(name_of(def.id));
+    if (def.notify && !modal) {
+        const int id = def.id, win = d.tpl.id;
+        auto post = [id, win] {
+            WIN_MESSAGE m;
+            m.type = PushButton;
+            m.win = win;
+            m.value1 = id;
+            WMessagePost(m);
+        };
+        if (auto* s = qobject_cast<QSlider*>(w)) QObject::connect(s, &QSlider::valueChanged, dlg, post);
+        else if (auto* c = qobject_cast<QCheckBox*>(w)) QObject::connect(c, &QCheckBox::clicked, dlg, post);
+        else if (auto* e = qobject_cast<QLineEdit*>(w)) QObject::connect(e, &QLineEdit::returnPressed, dlg, post);
+    }
     return w;
 }
 
@@ -147,6 +161,7 @@ void Sync_To_Widgets(DIALOG_STATE& d) {
         }
         case FIELD_KIND::Slider: {
             auto* s = static_cast<QSlider*>(w);
+            const QSignalBlocker quiet(s);  // a value set by the program is not a move of the user
             s->setRange(f.low, f.high);
             s->setValue(f.ivalue);
             break;

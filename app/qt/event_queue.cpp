@@ -75,6 +75,11 @@ void WMessage(int& type, WIN_MESSAGE& message) {
                 m.type = CloseRequest;
                 m.win = kRootWindow;
             }
+            // Answers queued for an open modeless dialog take effect before its button
+            // is pressed, as a user's edits would.
+            if (m.type == PushButton)
+                if (auto it = l.dialogs.find(m.win); it != l.dialogs.end() && it->second->modeless)
+                    Apply_Dialog_Answers(*it->second);
             message = m;
             type = m.type;
             return;

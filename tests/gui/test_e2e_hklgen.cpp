@@ -1,0 +1,187 @@
+// End-to-end: HKL Gen on the real ceria pattern, from a wrong cell edge to the right one by
+// the edit and the slider, the ticks at gemmi's positions in the dump and in the picture, the
+// reflection under the mouse, the refusals of bad input, and the spectral lines of the rubber band.
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+#include "tests/gui/scripted_home.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct HklGen : SCRIPTED_HOME {
+    std::string open_and_setup(const std::string& group = "F m -3 m", const std::string& lambda = "0.4066") {
+        fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy",
+                      fs::copy_options::overwrite_existing);
+        return "files " + at("ceo2.xy") + "\nmenu 40014\ndialog 155 set 1551 " + group + "\ndialog 155 set 1552 " +
+               lambda + "\ndialog 155 press 1\nmenu 40154\n";
+    }
+    // Positions of the "refl" lines of an HKL dump.
+    static std::vector<double> positions(const std::string& dump) {
+        std::vector<double> v;
+        std::istringstream in(dump);
+        for (std::string line; std::getline(in, line);) {
+            if (line.rfind("refl ", 0) != 0) continue;
+            std::istringstream s(line.substr(5));
+            int h, k, l, m;
+            double sv, pos;
+            s >> h >> k >> l >> m >> sv >> pos;
+            v.push_back(pos);
+        }
+        return v;
+    }
+    // Centres of the runs of columns that hold a pixel of `colour` in the rows [y0, y1).
+    static std::vector<double> columns(const QImage& img, QRgb colour, int y0, int y1) {
+        std::vector<double> c;
+        int start = -1;
+        for (int x = 0; x <= img.width(); ++x) {
+            bool hit = false;
+            for (int y = y0; x < img.width() && y < y1 && !hit; ++y) hit = img.pixel(x, y) == colour;
+            if (hit && start < 0) start = x;
+            if (!hit && start >= 0) {
+                c.push_back(0.5 * (start + x - 1));
+                start = -1;
+            }
+        }
+        return c;
+    }
+};
+
+std::vector<double> gemmi_ceria() {
+    std::ifstream in(std::string(ZD_TEST_DATA) + "/peaks/ceo2_reflections.txt");
+    std::vector<double> v;
+    for (std::string line; std::getline(in, line);)
+        if (!line.empty() && line[0] != '#') v.push_back(std::stod(line));
+    return v;
+}
+
+TEST_F(HklGen, WrongEdgeMovedToCeriaTicksAtTheReflections) {
+    const std::string s = open_and_setup() + "dialog 156 set 1611 5.30\nbutton 156 1611\nhklgen " + at("h1.txt") +
+                          "\n"
+                          // the slider: 5.30 * (1 + 0.4 * 21 / 400) = 5.41130
+                          "dialog 156 set 1601 21\nbutton 156 1601\nhklgen " + at("h2.txt") + "\n" +
+                          // the edit, exactly, then a picture and the mouse on 111
+                          "dialog 156 set 1611 5.411\nbutton 156 1611\nhklgen " + at("h3.txt") + "\npicture 0 " +
+                          at("p.png") + "\nmouse move 0 7.47 5000\nhklgen " + at("h4.txt") + "\n" +
+                          "dialog 156 show\nbutton 156 1633\npicture 0 " + at("stop.png") + "\nbutton 156 1634\ndump " +
+                          at("d.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006"), 0) << out;
+    const std::string h1 = file("h1.txt"), h2 = file("h2.txt"), h3 = file("h3.txt");
+    EXPECT_EQ(value(h1, "cell"), "5.30000 5.30000 5.30000 90.00000 90.00000 90.00000");
+    EXPECT_EQ(value(h2, "cell"), "5.41130 5.41130 5.41130 90.00000 90.00000 90.00000");  // cubic: one slider, a=b=c
+    EXPECT_EQ(value(h3, "system"), "Cubic");
+    // every reflection gemmi lists for a = 5.411 is a tick within 0.001 deg; none at 5.30
+    const std::vector<double> g = gemmi_ceria(), p1 = positions(h1), p3 = positions(h3);
+    ASSERT_EQ(g.size(), 17u);
+    int at_530 = 0;
+    for (double t : g) {
+        bool hit = false;
+        for (double p : p3) hit = hit || std::fabs(p - t) < 0.001;
+        EXPECT_TRUE(hit) << t;
+        for (double p : p1) at_530 += std::fabs(p - t) < 0.01;
+    }
+    EXPECT_EQ(at_530, 0);
+    // the reflection box under the mouse
+    EXPECT_NE(file("h4.txt").find("under (  1   1   1)  M=  8  d=  3.12404"), std::string::npos) << file("h4.txt");
+    EXPECT_NE(out.find("DIALOG 156 | text 1623 not yet available"), std::string::npos) << out;
+    // the green ticks in the picture: their columns map linearly onto gemmi's angles
+    const QImage img(QString::fromStdString(at("p.png")));
+    ASSERT_FALSE(img.isNull());
+    const std::vector<double> cols = columns(img, qRgb(0, 150, 0), 0, img.height());
+    ASSERT_GE(cols.size(), 15u);
+    const double k = (cols.back() - cols.front()) / (g.back() - g.front());
+    int near = 0;
+    for (double t : g) {
+        const double px = cols.front() + k * (t - g.front());
+        for (double c : cols) near += std::fabs(c - px) <= 1.5;
+    }
+    EXPECT_GE(near, 15);  // two pairs lie closer than a pixel or two and may merge
+    // Stop removes them; Close leaves the calculation mode
+    EXPECT_TRUE(columns(QImage(QString::fromStdString(at("stop.png"))), qRgb(0, 150, 0), 0, img.height()).empty());
+    EXPECT_EQ(value(file("d.txt"), "calc_mode"), "0");
+}
+
+TEST_F(HklGen, BadInputGivesItsTextAndKeepsTheTicks) {
+    // the setup's refusals: nothing opens
+    run(open_and_setup("\" \"") + "dump " + at("d0.txt") + "\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 | Empty SPGR field"), std::string::npos) << out;
+    EXPECT_EQ(value(file("d0.txt"), "calc_mode"), "0");
+    run(open_and_setup("F m -3 m", "-1"));
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 | Bad wavelength"), std::string::npos) << out;
+    run(open_and_setup("Q q 9 z"));
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 |  Problems in SpaceGroup"), std::string::npos) << out;
+    // in the panel: a bad edge, a triclinic cell with impossible angles, a slider to a flat cell
+    const std::string s = open_and_setup("P 1") + "dialog 156 set 1611 5.411\nbutton 156 1611\n" +
+                          "dialog 156 set 1612 5.411\nbutton 156 1612\ndialog 156 set 1613 5.411\nbutton 156 1613\n" +
+                          "hklgen " + at("h1.txt") + "\n" + "dialog 156 set 1611 -2\nbutton 156 1611\n" +
+                          "dialog 156 set 1611 abc\nbutton 156 1611\n" +
+                          "dialog 156 set 1614 150\nbutton 156 1614\nhklgen " + at("h15.txt") +
+                          "\ndialog 156 set 1615 150\nbutton 156 1615\n" +
+                          "dialog 156 set 1616 170\nbutton 156 1616\ndialog 156 set 1606 400\nbutton 156 1606\n" +
+                          "hklgen " + at("h2.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    const std::string h1 = file("h1.txt"), h2 = file("h2.txt");
+    EXPECT_EQ(value(h1, "system"), "Triclinic");
+    // each refusal said so, and the cell and the list are those of the last good cell
+    EXPECT_GE(count(out, "MESSAGE Zendrite-2006 | Wrong cell parameters"), 4) << out;
+    EXPECT_EQ(h2, file("h15.txt"));  // after the last good cell nothing changed
+    const std::string c1 = value(h1, "cell"), c2 = value(h2, "cell");
+    EXPECT_EQ(c1.substr(0, 24), c2.substr(0, 24)) << c2;  // the edges stayed
+    EXPECT_NE(c2.find("150.00000"), std::string::npos);  // alpha 150 alone gave a cell
+    EXPECT_EQ(c2.find("170.00000"), std::string::npos);  // 150 + 150 + 170 gave none
+    EXPECT_GT(std::stoi(value(h2, "count")), 0);
+}
+
+// Enable with a pattern of no wavelength asks for the anode; the rubber band then draws the
+// K-alpha1 line at the mouse and the K-beta line at the same d, not a rectangle.
+TEST_F(HklGen, SpectralLinesInTheRubberBand) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    const std::string s = "files " + at("ceo2.xy") + "\nmenu 40014\ndialog 157 set 1571 5\ndialog 157 press 1\n" +
+                          "menu 40220\nmenu 40218\npicture 0 " + at("p0.png") +
+                          "\nmouse press 1 25 3000\nmouse move 1 25 3000\npicture 0 " + at("p1.png") +
+                          "\nmouse move 1 15 3000\npicture 0 " + at("p2.png") + "\nmouse release 1 15 3000\n" +
+                          "menu 40221\ndump " + at("d.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    const QImage p0(QString::fromStdString(at("p0.png"))), p1(QString::fromStdString(at("p1.png"))),
+        p2(QString::fromStdString(at("p2.png")));
+    ASSERT_FALSE(p0.isNull() || p1.isNull() || p2.isNull());
+    // columns that changed in the middle rows of the frame
+    auto changed = [&](const QImage& a) {
+        std::vector<double> c;
+        int start = -1;
+        const int y0 = a.height() / 3, y1 = a.height() / 2;
+        for (int x = 0; x <= a.width(); ++x) {
+            bool diff = false;
+            for (int y = y0; x < a.width() && y < y1 && !diff; ++y) diff = a.pixel(x, y) != p0.pixel(x, y);
+            if (diff && start < 0) start = x;
+            if (!diff && start >= 0) c.push_back(0.5 * (start + x - 1)), start = -1;
+        }
+        return c;
+    };
+    const std::vector<double> c1 = changed(p1), c2 = changed(p2);
+    ASSERT_EQ(c1.size(), 2u);  // two lines, no rectangle
+    ASSERT_EQ(c2.size(), 2u);
+    // Bragg by hand, Cu: K-beta of 25 deg is 22.5594 deg, of 15 deg 13.5485 deg
+    // the K-alpha1 line follows the mouse: its two columns give the scale of the frame
+    const double k = (c2[1] - c1[1]) / (15.0 - 25.0);
+    ASSERT_GT(k, 5.0);
+    EXPECT_NEAR(c1[0], c1[1] + k * (22.5594 - 25.0), 1.5);
+    EXPECT_NEAR(c2[0], c2[1] + k * (13.5485 - 15.0), 1.5);
+    // the band of a release with the lines on changes no window
+    EXPECT_EQ(file("d.txt").find("calc_mode 4"), std::string::npos);
+}
+
+}  // namespace
