@@ -90,6 +90,7 @@ float Half_Height_Width(const ARC_DATA_TYPE& d, float pos, float height, float b
     int c = static_cast<int>(std::lower_bound(d.x.begin(), d.x.begin() + n, pos) - d.x.begin()) + 1;
     c = std::clamp(c, 1, n);
     if (c > 1 && std::fabs(d.x(c - 1) - pos) < std::fabs(d.x(c) - pos)) --c;
+    if (!(d.y(c) > half)) return 0.0f;  // the profile does not reach the height given
     // Walks one way until the profile falls to half height (the crossing,
     // interpolated) or rises again above where it was (a neighbour): then NaN.
     auto side = [&](int dir) -> float {
@@ -303,6 +304,7 @@ bool Arc_Fit(const PIK_JOB_TYPE& job, const ARC_DATA_TYPE& data, const ARC_FIT_O
     std::vector<float> one(static_cast<std::size_t>(job.npeak));
     for (int i = 1; i <= m; ++i) {
         float peaks = 0;
+        std::fill(one.begin(), one.end(), 0.0f);
         r.ycalc(i) = Arc_Point(model, pv, ox(i), deriv, &peaks, keep_single ? &one : nullptr);
         r.bgr(i) = r.ycalc(i) - peaks;
         r.diff(i) = oy(i) - r.ycalc(i);
