@@ -22,6 +22,7 @@ struct FIT_OPTIONS {
     bool range = false;
     float xmin = 0, xmax = 0;
     int cycles = -1, answers = 10;
+    float threshold = 0.02f;
 };
 
 int usage(std::ostream& err, const std::string& what) {
@@ -45,6 +46,10 @@ int parse(const std::vector<std::string>& args, FIT_OPTIONS& o, std::ostream& er
         } else if (a == "--cycles") {
             if (!has || !hxl::Parse_Integer(args[i + 1], o.cycles) || o.cycles < 1)
                 return usage(err, "--cycles needs a whole number, 1 or more");
+            ++i;
+        } else if (a == "--threshold") {
+            if (!has || !hxl::Parse_Real(args[i + 1], o.threshold) || !(o.threshold > 0))
+                return usage(err, "--threshold needs a positive number");
             ++i;
         } else if (a == "--continue") {
             if (!has || !hxl::Parse_Integer(args[i + 1], o.answers) || o.answers < 0)
@@ -73,8 +78,9 @@ std::vector<hxl::PEAK_POINT_TYPE> Thin_Background(const std::vector<hxl::PEAK_PO
 
 // The job from the automatic search of peaks and background over [xmin, xmax].
 bool Automatic_Job(const hxl::DIFFRACTION_PATTERN_TYPE& p, const hxl::ARC_DATA_TYPE& data, float xmin, float xmax,
-                   int cycles, hxl::PIK_JOB_TYPE& job, std::string& message) {
-    const hxl::SEARCH_CONDITIONS_TYPE c;
+                   int cycles, float threshold, hxl::PIK_JOB_TYPE& job, std::string& message) {
+    hxl::SEARCH_CONDITIONS_TYPE c;
+    c.peak_threshold = threshold;
     const hxl::SEARCH_FILE_TYPE no_file{"", p.filename, p.instr, false};
     hxl::PKB_TYPE found, back;
     hxl::Search_Points(p, xmin, xmax, " ", c, no_file, found);
@@ -128,7 +134,7 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         if (o.range) job.ang_init = o.xmin, job.ang_fin = o.xmax;
         if (o.cycles > 0) job.ncyc = o.cycles;
     } else if (!Automatic_Job(p, data, o.range ? o.xmin : p.x(1), o.range ? o.xmax : p.x(p.npts),
-                              o.cycles > 0 ? o.cycles : 30, job, message)) {
+                              o.cycles > 0 ? o.cycles : 30, o.threshold, job, message)) {
         err << message << "\n";
         return 1;
     }
@@ -160,10 +166,10 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
 }
 
 const bool registered = Register_Batch_Verb(
-    {"fit", "fit FILE [--pik JOB.pik] [--range XMIN XMAX] [--cycles N] [--continue N]",
+    {"fit", "fit FILE [--pik JOB.pik] [--range XMIN XMAX] [--cycles N] [--continue N] [--threshold T]",
      "      the constant-wavelength profile fit of FILE: the job is read from\n"
      "      JOB.pik, or built by the automatic search over the range with the\n"
-     "      dialog's starting rules; \"continue?\" is answered Yes at most N times\n"
+     "      dialog's starting rules (T: the search's peak threshold); \"continue?\" is answered Yes at most N times\n"
      "      (10); writes FILE_pf.out, LM_fit.xy and the job file, and prints the\n"
      "      stop text, the final chi2 and per peak: position, intensity, FWHM,\n"
      "      eta and their standard deviations",
