@@ -1,0 +1,179 @@
+// zendrite-batch fit: the constant-wavelength profile fit without a window,
+// from a job file or from the automatic search and the dialog's starting rules.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "app/batch/arith_batch_io.h"
+#include "app/batch/batch_verbs.h"
+#include "peaks/arcfit_model.h"
+#include "peaks/arcfit_run.h"
+#include "peaks/peak_lists.h"
+#include "peaks/pik_file.h"
+#include "peaks/search_points.h"
+#include "support/fixed_text.h"
+#include "support/list_read.h"
+
+namespace zendrite {
+namespace {
+
+struct FIT_OPTIONS {
+    std::string file, pik;
+    bool range = false;
+    float xmin = 0, xmax = 0;
+    int cycles = -1, answers = 10;
+    float threshold = 0.02f;
+};
+
+int usage(std::ostream& err, const std::string& what) {
+    err << "zendrite-batch fit: " << what << "\n";
+    return 2;
+}
+
+int parse(const std::vector<std::string>& args, FIT_OPTIONS& o, std::ostream& err) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        const bool has = i + 1 < args.size();
+        if (a == "--pik") {
+            if (!has) return usage(err, "--pik needs a job file");
+            o.pik = args[++i];
+        } else if (a == "--range") {
+            if (i + 2 >= args.size() || !hxl::Parse_Real(args[i + 1], o.xmin) || !hxl::Parse_Real(args[i + 2], o.xmax) ||
+                !(o.xmin < o.xmax))
+                return usage(err, "--range needs two numbers XMIN < XMAX");
+            o.range = true;
+            i += 2;
+        } else if (a == "--cycles") {
+            if (!has || !hxl::Parse_Integer(args[i + 1], o.cycles) || o.cycles < 1)
+                return usage(err, "--cycles needs a whole number, 1 or more");
+            ++i;
+        } else if (a == "--threshold") {
+            if (!has || !hxl::Parse_Real(args[i + 1], o.threshold) || !(o.threshold > 0))
+                return usage(err, "--threshold needs a positive number");
+            ++i;
+        } else if (a == "--continue") {
+            if (!has || !hxl::Parse_Integer(args[i + 1], o.answers) || o.answers < 0)
+                return usage(err, "--continue needs a whole number, 0 or more");
+            ++i;
+        } else if (hxl::Starts_With(a, "--")) {
+            return usage(err, "unknown option " + a);
+        } else if (o.file.empty()) {
+            o.file = a;
+        } else {
+            return usage(err, "give one pattern file");
+        }
+    }
+    if (o.file.empty()) return usage(err, "give one pattern file");
+    return 0;
+}
+
+// The background points for a job: at most 120, spread evenly over those found, both ends kept.
+std::vector<hxl::PEAK_POINT_TYPE> Thin_Background(const std::vector<hxl::PEAK_POINT_TYPE>& all) {
+    const std::size_t n = all.size(), limit = hxl::kArcMaxBackground;
+    if (n <= limit) return all;
+    std::vector<hxl::PEAK_POINT_TYPE> out;
+    for (std::size_t i = 0; i < limit; ++i) out.push_back(all[i * (n - 1) / (limit - 1)]);
+    return out;
+}
+
+// The job from the automatic search of peaks and background over [xmin, xmax].
+bool Automatic_Job(const hxl::DIFFRACTION_PATTERN_TYPE& p, const hxl::ARC_DATA_TYPE& data, float xmin, float xmax,
+                   int cycles, float threshold, hxl::PIK_JOB_TYPE& job, std::string& message) {
+    hxl::SEARCH_CONDITIONS_TYPE c;
+    c.peak_threshold = threshold;
+    const hxl::SEARCH_FILE_TYPE no_file{"", p.filename, p.instr, false};
+    hxl::PKB_TYPE found, back;
+    hxl::Search_Points(p, xmin, xmax, " ", c, no_file, found);
+    if (hxl::ERR_Search) return message = hxl::ERR_Search_Mess, false;
+    hxl::Search_Points(p, xmin, xmax, "background", c, no_file, back);
+    if (hxl::ERR_Search) return message = hxl::ERR_Search_Mess, false;
+    std::vector<hxl::PEAK_POINT_TYPE> peaks, bgr;
+    if (!hxl::Peaks_For_List(found, hxl::Profile_Step(p), true, peaks, message)) return false;
+    if (!hxl::Background_For_List(back, bgr, message)) return false;
+    job.title = p.title;
+    return hxl::Arc_Start_Job(data, p.step, peaks, Thin_Background(bgr), p.lambda1, p.lambda2, cycles, job, message);
+}
+
+void Print_Peaks(std::ostream& out, const std::vector<hxl::ARC_PEAK_RESULT_TYPE>& peaks) {
+    char line[200];
+    for (const auto& k : peaks) {
+        std::snprintf(line, sizeof line, "%12.5f %14.3f %10.5f %8.4f   %10.5f %12.3f %10.5f %8.4f\n", double(k.pos),
+                      double(k.area), double(k.fwhm), double(k.eta), double(k.s_pos), double(k.s_area),
+                      double(k.s_fwhm), double(k.s_eta));
+        out << line;
+    }
+}
+
+int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    FIT_OPTIONS o;
+    if (const int status = parse(args, o, err)) return status;
+    hxl::DIFFRACTION_PATTERN_TYPE p;
+    if (!Batch_Read_Pattern(o.file, p, err)) return 1;
+    if (p.npts < 2) {
+        err << "ERROR Opening file: " << o.file << "npts<1\n";
+        return 1;
+    }
+    hxl::ARC_DATA_TYPE data;
+    data.npts = p.npts;
+    data.x = p.x;
+    data.y = p.y;
+    data.var = hxl::Array1<float>(p.npts);
+    for (int i = 1; i <= p.npts; ++i) {
+        // Without sigmas, counting statistics.
+        const float s = i <= p.sigma.size() ? p.sigma(i) : p.y(i);
+        data.var(i) = i <= p.sigma.size() && !p.sig_var ? s * s : s;
+    }
+
+    hxl::PIK_JOB_TYPE job;
+    std::string message, pik = o.pik;
+    if (!o.pik.empty()) {
+        if (!hxl::Read_Pik(o.pik, job, message)) {
+            err << message << "\n";
+            return 1;
+        }
+        if (o.range) job.ang_init = o.xmin, job.ang_fin = o.xmax;
+        if (o.cycles > 0) job.ncyc = o.cycles;
+    } else if (!Automatic_Job(p, data, o.range ? o.xmin : p.x(1), o.range ? o.xmax : p.x(p.npts),
+                              o.cycles > 0 ? o.cycles : 30, o.threshold, job, message)) {
+        err << message << "\n";
+        return 1;
+    }
+
+    const std::string::size_type slash = o.file.find_last_of('/');
+    hxl::ARC_FIT_OPTIONS_TYPE fo;
+    fo.folder = slash == std::string::npos ? "" : o.file.substr(0, slash);
+    std::string base = slash == std::string::npos ? o.file : o.file.substr(slash + 1);
+    if (const auto dot = base.find_last_of('.'); dot != std::string::npos && dot > 0) base.erase(dot);
+    fo.stem = base;
+    if (pik.empty()) pik = hxl::Join_Folder(fo.folder, base + ".pik");
+    int answers = o.answers;
+    fo.ask = [&answers](const std::string&) { return answers-- > 0; };
+
+    hxl::ARC_FIT_RESULT_TYPE result;
+    if (!hxl::Arc_Fit(job, data, fo, result, message)) {
+        err << message << "\n";
+        return 1;
+    }
+    if (!hxl::Write_Pik(pik, result.job, message)) {
+        err << message << "\n";
+        return 1;
+    }
+    char chi2[64];
+    std::snprintf(chi2, sizeof chi2, " => Final   Chi2:%15.5f\n", double(result.chi2));
+    out << result.info << "\n" << chi2;
+    Print_Peaks(out, result.peaks);
+    return 0;
+}
+
+const bool registered = Register_Batch_Verb(
+    {"fit", "fit FILE [--pik JOB.pik] [--range XMIN XMAX] [--cycles N] [--continue N] [--threshold T]",
+     "      the constant-wavelength profile fit of FILE: the job is read from\n"
+     "      JOB.pik, or built by the automatic search over the range with the\n"
+     "      dialog's starting rules (T: the search's peak threshold); \"continue?\" is answered Yes at most N times\n"
+     "      (10); writes FILE_pf.out, LM_fit.xy and the job file, and prints the\n"
+     "      stop text, the final chi2 and per peak: position, intensity, FWHM,\n"
+     "      eta and their standard deviations",
+     run_fit});
+
+}  // namespace
+}  // namespace zendrite
