@@ -30,8 +30,10 @@ struct Editor : SCRIPTED_HOME {
     // A stand-in for a helper program: appends its arguments, one "[...]" a line, and "--".
     void fake_program(const std::string& name) const {
         fs::create_directories(home / "bin");
-        std::ofstream(home / "bin" / name) << "#!/bin/sh\n{ for a in \"$@\"; do printf '[%s]\\n' \"$a\"; done; echo --; } >> '"
-                                           << at(name + ".log") << "'\n";
+        // One write per call: the programs run at the same time, and lines written
+        // one by one by two of them could interleave in the log.
+        std::ofstream(home / "bin" / name) << "#!/bin/sh\nrec=$(for a in \"$@\"; do printf '[%s]\\n' \"$a\"; done; echo --)\n"
+                                           << "printf '%s\\n' \"$rec\" >> '" << at(name + ".log") << "'\n";
         fs::permissions(home / "bin" / name, fs::perms::owner_all);
     }
     // The calls a stand-in recorded, sorted (the programs are not waited for), once `n` have come.
