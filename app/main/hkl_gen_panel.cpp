@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kLow = 1600, kHigh = 1609, kSlider = 1601, kEdit = 1611, kFine = 1620, kSystem = 1621, kGroup = 1622,
               kMerit = 1623, kRefine = 1624, kCount = 1625, kZero = 1626, kRefined = 1627, kSigma = 1628,
-              kUse = 1629, kChange = 1631, kStart = 1632, kStop = 1633,
+              kUse = 1629, kMeritTitle = 1630, kChange = 1631, kStart = 1632, kStop = 1633,
               kClose = 1634;
 constexpr int kSteps = 400;                   // slider positions on each side of the middle
 constexpr float kCoarse = 0.40f, kFineRange = 0.04f;  // the reach of a slider, as a fraction
@@ -109,11 +109,18 @@ void define() {
     f.push_back(fn);
     f.push_back(Fld(kSystem, FIELD_KIND::Text, "Crystal system :"));
     f.push_back(Fld(kGroup, FIELD_KIND::Text, "Space group :"));
-    f.push_back(Fld(kMerit, FIELD_KIND::Text, "Figure of merit"));
+    // the lines of the figure of merit and of the refinement are long: labels that wrap
+    auto line = [&](int id) {
+        DIALOG_FIELD l = Fld(id, FIELD_KIND::Label, " ");
+        l.wrap = true;
+        f.push_back(l);
+    };
+    f.push_back(Fld(kMeritTitle, FIELD_KIND::Label, "Figure of merit"));
+    line(kMerit);
     f.push_back(Fld(kRefine, FIELD_KIND::PushButton, "Refine cell"));
     f.push_back(Fld(kZero, FIELD_KIND::CheckBox, "Refine zero"));
-    f.push_back(Fld(kRefined, FIELD_KIND::Text, " "));
-    f.push_back(Fld(kSigma, FIELD_KIND::Text, " "));
+    line(kRefined);
+    line(kSigma);
     f.push_back(Fld(kUse, FIELD_KIND::PushButton, "Use"));
     f.push_back(Fld(kCount, FIELD_KIND::Label, " "));
     for (auto [id, label] : {std::pair{kChange, "Change"}, {kStart, "Start HKL Gen"}, {kStop, "Stop HKL Gen"},
@@ -141,9 +148,10 @@ void show_state(const std::string& note) {
     WDialogPutString(kSystem, s.crystal_system);
     WDialogPutString(kGroup, s.spgr);
     WDialogPutString(kMerit, Hkl_Gen_Merit());
-    WDialogPutString(kRefined, s.refined ? s.refined_text : "");
-    WDialogPutString(kSigma, s.refined ? s.sigma_text : "");
-    for (int id : {kSystem, kGroup, kMerit, kRefined, kSigma}) WDialogFieldState(id, 0);
+    WDialogPutString(kRefined, s.refined ? s.refined_text : " ");
+    WDialogPutString(kSigma, s.refined ? s.sigma_text : " ");
+    WDialogFieldState(kSystem, 0);
+    WDialogFieldState(kGroup, 0);
     WDialogFieldState(kUse, s.refined ? 1 : 0);
     WDialogPutString(kCount, note.empty() ? "Reflections: " + std::to_string(s.list.size()) : note);
 }

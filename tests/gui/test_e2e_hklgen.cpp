@@ -92,7 +92,7 @@ TEST_F(HklGen, WrongEdgeMovedToCeriaTicksAtTheReflections) {
     EXPECT_EQ(at_530, 0);
     // the reflection box under the mouse
     EXPECT_NE(file("h4.txt").find("under (  1   1   1)  M=  8  d=  3.12404"), std::string::npos) << file("h4.txt");
-    EXPECT_NE(out.find("DIALOG 156 | text 1623 No peak list: find peaks first"), std::string::npos) << out;
+    EXPECT_NE(out.find("DIALOG 156 | label 1623 No peak list: find peaks first"), std::string::npos) << out;
     // the green ticks in the picture: their columns map linearly onto gemmi's angles
     const QImage img(QString::fromStdString(at("p.png")));
     ASSERT_FALSE(img.isNull());
@@ -187,7 +187,7 @@ TEST_F(HklGen, FigureOfMeritAndRefineCellOnCeria) {
     const double f1 = number_after(m1, "F(16) = "), f2 = number_after(m2, "F(16) = ");
     EXPECT_TRUE(std::isnan(f1) || f1 < 50) << m1;
     EXPECT_NEAR(f2, reference("ceo2_figures", "F"), 1.0) << m2;
-    EXPECT_NE(out.find("DIALOG 156 | text 1623 " + m2), std::string::npos) << out;
+    EXPECT_NE(out.find("DIALOG 156 | label 1623 " + m2), std::string::npos) << out;
     // the refusal of the wrong edge: its text, the cell and no result to use
     EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | "), 2) << out;
     EXPECT_EQ(value(file("h1b.txt"), "cell"), "5.30000 5.30000 5.30000 90.00000 90.00000 90.00000");
@@ -198,8 +198,8 @@ TEST_F(HklGen, FigureOfMeritAndRefineCellOnCeria) {
     EXPECT_NEAR(a3, 5.4117, 0.001) << h3;
     EXPECT_NEAR(a3, reference("ceo2_refine zero=0", "a"), 2e-6) << h3;
     EXPECT_NEAR(s3, reference("ceo2_refine zero=0", "a_std"), 2e-6) << h3;
-    EXPECT_NE(out.find("DIALOG 156 | text 1627 Refined cell: "), std::string::npos) << out;
-    EXPECT_NE(out.find("DIALOG 156 | text 1628 sigma: "), std::string::npos) << out;
+    EXPECT_NE(out.find("DIALOG 156 | label 1627 Refined cell: "), std::string::npos) << out;
+    EXPECT_NE(out.find("DIALOG 156 | label 1628 sigma: "), std::string::npos) << out;
     // Use: the edit holds it (a = b = c), the result is spent, the figure follows
     const std::string h4 = file("h4.txt");
     char want[64];
