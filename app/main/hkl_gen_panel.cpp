@@ -15,7 +15,8 @@ namespace zendrite {
 namespace {
 
 constexpr int kLow = 1600, kHigh = 1609, kSlider = 1601, kEdit = 1611, kFine = 1620, kSystem = 1621, kGroup = 1622,
-              kMerit = 1623, kRefine = 1624, kCount = 1625, kChange = 1631, kStart = 1632, kStop = 1633,
+              kMerit = 1623, kRefine = 1624, kCount = 1625, kZero = 1626, kRefined = 1627, kSigma = 1628,
+              kUse = 1629, kMeritTitle = 1630, kChange = 1631, kStart = 1632, kStop = 1633,
               kClose = 1634;
 constexpr int kSteps = 400;                   // slider positions on each side of the middle
 constexpr float kCoarse = 0.40f, kFineRange = 0.04f;  // the reach of a slider, as a fraction
@@ -108,11 +109,19 @@ void define() {
     f.push_back(fn);
     f.push_back(Fld(kSystem, FIELD_KIND::Text, "Crystal system :"));
     f.push_back(Fld(kGroup, FIELD_KIND::Text, "Space group :"));
-    // the figure of merit is written by another part of the program; until then both say so
-    DIALOG_FIELD merit = Fld(kMerit, FIELD_KIND::Text, "Figure of merit");
-    merit.value = "not yet available";
-    f.push_back(merit);
+    // the lines of the figure of merit and of the refinement are long: labels that wrap
+    auto line = [&](int id) {
+        DIALOG_FIELD l = Fld(id, FIELD_KIND::Label, " ");
+        l.wrap = true;
+        f.push_back(l);
+    };
+    f.push_back(Fld(kMeritTitle, FIELD_KIND::Label, "Figure of merit"));
+    line(kMerit);
     f.push_back(Fld(kRefine, FIELD_KIND::PushButton, "Refine cell"));
+    f.push_back(Fld(kZero, FIELD_KIND::CheckBox, "Refine zero"));
+    line(kRefined);
+    line(kSigma);
+    f.push_back(Fld(kUse, FIELD_KIND::PushButton, "Use"));
     f.push_back(Fld(kCount, FIELD_KIND::Label, " "));
     for (auto [id, label] : {std::pair{kChange, "Change"}, {kStart, "Start HKL Gen"}, {kStop, "Stop HKL Gen"},
                              {kClose, "Close"}})
@@ -138,11 +147,12 @@ void show_state(const std::string& note) {
     WDialogPutString(kHigh, fine() ? "+4%" : "+40%");
     WDialogPutString(kSystem, s.crystal_system);
     WDialogPutString(kGroup, s.spgr);
-    WDialogPutString(kMerit, "not yet available");
+    WDialogPutString(kMerit, Hkl_Gen_Merit());
+    WDialogPutString(kRefined, s.refined ? s.refined_text : " ");
+    WDialogPutString(kSigma, s.refined ? s.sigma_text : " ");
     WDialogFieldState(kSystem, 0);
     WDialogFieldState(kGroup, 0);
-    WDialogFieldState(kMerit, 0);
-    WDialogFieldState(kRefine, 0);
+    WDialogFieldState(kUse, s.refined ? 1 : 0);
     WDialogPutString(kCount, note.empty() ? "Reflections: " + std::to_string(s.list.size()) : note);
 }
 
@@ -168,6 +178,28 @@ bool try_cell(const float c[6]) {
     show_state("");
     Plot_Again();
     return true;
+}
+
+void refine() {
+    int zero = 0;
+    WDialogGetCheckBox(kZero, zero);
+    std::string text;
+    if (!Hkl_Gen_Refine(zero != 0, text)) {
+        Show_Message(text);
+        return;
+    }
+    show_state("");
+}
+
+// The refined cell becomes the trial cell and the middle of the sliders.
+void use_refined() {
+    HKL_GEN_STATE& s = Hkl_Gen_State();
+    if (!s.refined) return;
+    if (try_cell(s.refined_cell)) {
+        s.refined = false;
+        rebase();
+        show_state("");
+    }
 }
 
 void close_panel() {
@@ -226,6 +258,17 @@ void Tools_Hkl_Gen(int) {
     Plot_Again();
 }
 
+void Hkl_Gen_Refresh_Merit() {
+    if (!WDialogOpen(kHklPanel)) return;
+    const std::string before = Hkl_Gen_State().merit;
+    const std::string now = Hkl_Gen_Merit();
+    if (now == before) return;
+    const int keep = WDialogSelected();
+    WDialogSelect(kHklPanel);
+    WDialogPutString(kMerit, now);
+    WDialogSelect(keep);
+}
+
 void Hkl_Gen_Panel_Event(int type, const WIN_MESSAGE& m) {
     HKL_GEN_STATE& s = Hkl_Gen_State();
     WDialogSelect(kHklPanel);
@@ -258,6 +301,10 @@ void Hkl_Gen_Panel_Event(int type, const WIN_MESSAGE& m) {
     } else if (b == kFine) {
         rebase();
         show_state("");
+    } else if (b == kRefine) {
+        refine();
+    } else if (b == kUse) {
+        use_refined();
     } else if (b == kChange) {
         change_setup();
     } else if (b == kStart || b == kIdOk) {

@@ -159,6 +159,8 @@ void Main_Loop() {
             ihand_winroot(type, m);
             // A refinement that rewrote the profile file: only the time of day is compared, deliberately.
             if (Check_Prf_Reload()) Plot_ReMake();
+            // peaks found or put by the mouse while the panel is open
+            Hkl_Gen_Refresh_Merit();
         } else if (m.win == Quick_View().qv_window && m.win != 0) {
             ihand_winqvprf(type, m);
         } else if (m.win == WEditWindow() && m.win != 0) {

@@ -92,7 +92,7 @@ TEST_F(HklGen, WrongEdgeMovedToCeriaTicksAtTheReflections) {
     EXPECT_EQ(at_530, 0);
     // the reflection box under the mouse
     EXPECT_NE(file("h4.txt").find("under (  1   1   1)  M=  8  d=  3.12404"), std::string::npos) << file("h4.txt");
-    EXPECT_NE(out.find("DIALOG 156 | text 1623 not yet available"), std::string::npos) << out;
+    EXPECT_NE(out.find("DIALOG 156 | label 1623 No peak list: find peaks first"), std::string::npos) << out;
     // the green ticks in the picture: their columns map linearly onto gemmi's angles
     const QImage img(QString::fromStdString(at("p.png")));
     ASSERT_FALSE(img.isNull());
@@ -141,6 +141,77 @@ TEST_F(HklGen, BadInputGivesItsTextAndKeepsTheTicks) {
     EXPECT_NE(c2.find("150.00000"), std::string::npos);  // alpha 150 alone gave a cell
     EXPECT_EQ(c2.find("170.00000"), std::string::npos);  // 150 + 150 + 170 gave none
     EXPECT_GT(std::stoi(value(h2, "count")), 0);
+}
+
+// The numbers of gemmi and scipy for the 16 peaks the automatic search finds in this pattern.
+double reference(const std::string& line, const std::string& key) {
+    std::ifstream in(std::string(ZD_TEST_DATA) + "/peaks/figures_of_merit_reference.txt");
+    for (std::string l; std::getline(in, l);) {
+        if (l.rfind(line, 0) != 0) continue;
+        const std::size_t p = l.rfind(" " + key + "=");
+        if (p != std::string::npos) return std::stod(l.substr(p + key.size() + 2));
+    }
+    return NAN;
+}
+
+// The number after `key` in a text, NAN when it is not there.
+double number_after(const std::string& text, const std::string& key) {
+    const std::size_t p = text.find(key);
+    return p == std::string::npos ? NAN : std::strtod(text.c_str() + p + key.size(), nullptr);
+}
+
+// The peaks found, the panel opened before them says it has none, follows them once they are
+// found, and follows the edge; "Refine cell" gives the least-squares edge of scipy and "Use"
+// puts it on the edit. Ceria gives only 16 peaks, so M(20) says it has too few and F(16) is
+// the number that must rise from the wrong edge to the right one.
+TEST_F(HklGen, FigureOfMeritAndRefineCellOnCeria) {
+    const std::string s = open_and_setup() + "hklgen " + at("h0.txt") + "\nbutton 156 1624\n" +
+                          "menu 40096\ndialog 1960 press 1\nmenu 40092\n" +
+                          "dialog 156 set 1611 5.30\nbutton 156 1611\nhklgen " + at("h1.txt") + "\n" +
+                          // a wrong edge matches too few peaks: the library's refusal, nothing changes
+                          "button 156 1624\nbutton 156 1629\nhklgen " + at("h1b.txt") + "\n" +
+                          "dialog 156 set 1611 5.411\nbutton 156 1611\nhklgen " + at("h2.txt") + "\n" +
+                          "button 156 1624\nhklgen " + at("h3.txt") + "\ndialog 156 show\ndialog 156 picture " +
+                          at("panel.png") + "\nbutton 156 1629\nhklgen " + at("h4.txt") + "\n" +
+                          "dialog 156 check 1626 1\nbutton 156 1624\nhklgen " + at("h5.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(value(file("h0.txt"), "merit"), "No peak list: find peaks first");
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | No peak list: find peaks first"), 1) << out;
+    const std::string m1 = value(file("h1.txt"), "merit"), m2 = value(file("h2.txt"), "merit");
+    // 5.30: most peaks unexplained; 5.411: all explained, and F(16) as the published formula gives
+    EXPECT_GE(number_after(m1, "unexplained peaks: "), 10) << m1;
+    EXPECT_NE(m2.find("M(20): fewer than 20 peaks (16)"), std::string::npos) << m2;
+    EXPECT_NE(m2.find("unexplained peaks: 0 of 16"), std::string::npos) << m2;
+    const double f1 = number_after(m1, "F(16) = "), f2 = number_after(m2, "F(16) = ");
+    EXPECT_TRUE(std::isnan(f1) || f1 < 50) << m1;
+    EXPECT_NEAR(f2, reference("ceo2_figures", "F"), 1.0) << m2;
+    EXPECT_NE(out.find("DIALOG 156 | label 1623 " + m2), std::string::npos) << out;
+    // the refusal of the wrong edge: its text, the cell and no result to use
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | "), 2) << out;
+    EXPECT_EQ(value(file("h1b.txt"), "cell"), "5.30000 5.30000 5.30000 90.00000 90.00000 90.00000");
+    EXPECT_EQ(value(file("h1b.txt"), "Refined"), "?");
+    // the refinement without a zero shift: scipy's edge and standard deviation
+    const std::string h3 = file("h3.txt");
+    const double a3 = number_after(h3, "Refined cell: "), s3 = number_after(h3, "sigma: ");
+    EXPECT_NEAR(a3, 5.4117, 0.001) << h3;
+    EXPECT_NEAR(a3, reference("ceo2_refine zero=0", "a"), 2e-6) << h3;
+    EXPECT_NEAR(s3, reference("ceo2_refine zero=0", "a_std"), 2e-6) << h3;
+    EXPECT_NE(out.find("DIALOG 156 | label 1627 Refined cell: "), std::string::npos) << out;
+    EXPECT_NE(out.find("DIALOG 156 | label 1628 sigma: "), std::string::npos) << out;
+    // Use: the edit holds it (a = b = c), the result is spent, the figure follows
+    const std::string h4 = file("h4.txt");
+    char want[64];
+    std::snprintf(want, sizeof want, "%.5f", a3);
+    EXPECT_EQ(value(h4, "cell").substr(0, 23), std::string(want) + " " + want + " " + want) << h4;
+    EXPECT_EQ(value(h4, "Refined"), "?");
+    EXPECT_NE(value(h4, "merit").find("unexplained peaks: 0 of 16"), std::string::npos) << h4;
+    // with the zero shift
+    const std::string h5 = file("h5.txt");
+    EXPECT_NEAR(number_after(h5, "Refined cell: "), reference("ceo2_refine zero=1", "a"), 2e-6) << h5;
+    EXPECT_NEAR(number_after(h5, "zero: "), reference("ceo2_refine zero=1", "zero"), 2e-5) << h5;
+    EXPECT_FALSE(QImage(QString::fromStdString(at("panel.png"))).isNull());
 }
 
 // Enable with a pattern of no wavelength asks for the anode; the rubber band then draws the
