@@ -6,6 +6,7 @@
 
 #include "app/batch/arith_batch_io.h"
 #include "app/batch/batch_verbs.h"
+#include "peaks/arcfit_auto.h"
 #include "peaks/arcfit_model.h"
 #include "peaks/arcfit_run.h"
 #include "peaks/peak_lists.h"
@@ -150,7 +151,17 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
     fo.ask = [&answers](const std::string&) { return answers-- > 0; };
 
     hxl::ARC_FIT_RESULT_TYPE result;
-    if (!hxl::Arc_Fit(job, data, fo, result, message)) {
+    bool fitted;
+    if (o.pik.empty()) {
+        // From the automatic start the list is completed and pruned by the fit itself.
+        hxl::ARC_AUTO_OPTIONS_TYPE ao;
+        ao.on_round = [&answers, &o](int) { answers = o.answers; };
+        hxl::ARC_AUTO_REPORT_TYPE report;
+        fitted = hxl::Arc_Auto_Fit(job, data, fo, ao, result, report, message);
+    } else {
+        fitted = hxl::Arc_Fit(job, data, fo, result, message);
+    }
+    if (!fitted) {
         err << message << "\n";
         return 1;
     }
@@ -169,7 +180,10 @@ const bool registered = Register_Batch_Verb(
     {"fit", "fit FILE [--pik JOB.pik] [--range XMIN XMAX] [--cycles N] [--continue N] [--threshold T]",
      "      the constant-wavelength profile fit of FILE: the job is read from\n"
      "      JOB.pik, or built by the automatic search over the range with the\n"
-     "      dialog's starting rules (T: the search's peak threshold); \"continue?\" is answered Yes at most N times\n"
+     "      dialog's starting rules (T: the search's peak threshold), then\n"
+     "      completed from the difference curve and pruned of peaks the fit\n"
+     "      cannot support, refitting until the list settles; \"continue?\" is\n"
+     "      answered Yes at most N times per fit\n"
      "      (10); writes FILE_pf.out, LM_fit.xy and the job file, and prints the\n"
      "      stop text, the final chi2 and per peak: position, intensity, FWHM,\n"
      "      eta and their standard deviations",
