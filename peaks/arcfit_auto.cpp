@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "peaks/arcfit_model.h"
+#include "peaks/peak_lists.h"
+#include "peaks/search_points.h"
 
 namespace hxl {
 namespace {
@@ -172,6 +174,36 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
     report = rep;
     message.clear();
     return true;
+}
+
+// The background points for a job: at most 120, spread evenly over those found, both ends kept.
+namespace {
+std::vector<PEAK_POINT_TYPE> Thin_Background(const std::vector<PEAK_POINT_TYPE>& all) {
+    const std::size_t n = all.size(), limit = kArcMaxBackground;
+    if (n <= limit) return all;
+    std::vector<PEAK_POINT_TYPE> out;
+    for (std::size_t i = 0; i < limit; ++i) out.push_back(all[i * (n - 1) / (limit - 1)]);
+    return out;
+}
+
+}  // namespace
+
+// The job from the automatic search of peaks and background over [xmin, xmax].
+bool Arc_Automatic_Job(const DIFFRACTION_PATTERN_TYPE& p, const ARC_DATA_TYPE& data, float xmin, float xmax,
+                   int cycles, float threshold, PIK_JOB_TYPE& job, std::string& message) {
+    SEARCH_CONDITIONS_TYPE c;
+    c.peak_threshold = threshold;
+    const SEARCH_FILE_TYPE no_file{"", p.filename, p.instr, false};
+    PKB_TYPE found, back;
+    Search_Points(p, xmin, xmax, " ", c, no_file, found);
+    if (ERR_Search) return message = ERR_Search_Mess, false;
+    Search_Points(p, xmin, xmax, "background", c, no_file, back);
+    if (ERR_Search) return message = ERR_Search_Mess, false;
+    std::vector<PEAK_POINT_TYPE> peaks, bgr;
+    if (!Peaks_For_List(found, Profile_Step(p), true, peaks, message)) return false;
+    if (!Background_For_List(back, bgr, message)) return false;
+    job.title = p.title;
+    return Arc_Start_Job(data, p.step, peaks, Thin_Background(bgr), p.lambda1, p.lambda2, cycles, job, message);
 }
 
 }  // namespace hxl

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "patterns/diffraction_pattern.h"
 #include "peaks/arcfit_run.h"
 
 namespace hxl {
@@ -46,5 +47,11 @@ struct ARC_AUTO_REPORT_TYPE {
 bool Arc_Auto_Fit(const PIK_JOB_TYPE& job, const ARC_DATA_TYPE& data, const ARC_FIT_OPTIONS_TYPE& options,
                   const ARC_AUTO_OPTIONS_TYPE& auto_options, ARC_FIT_RESULT_TYPE& result, ARC_AUTO_REPORT_TYPE& report,
                   std::string& message);
+
+// The starting job of the automatic search of peaks and background of `p`
+// over [xmin, xmax] (peak threshold `threshold`, a fraction of the maximum):
+// the background thinned evenly to 120 points at most, then Arc_Start_Job.
+bool Arc_Automatic_Job(const DIFFRACTION_PATTERN_TYPE& p, const ARC_DATA_TYPE& data, float xmin, float xmax,
+                       int cycles, float threshold, PIK_JOB_TYPE& job, std::string& message);
 
 }  // namespace hxl
