@@ -82,6 +82,8 @@ std::string Join(const std::string& folder, const std::string& name) { return Jo
 
 }  // namespace
 
+float Pseudo_Voigt_Top(float h, float eta) { return eta * 0.63661975f / h + (1.0f - eta) * 0.93943727f / h; }
+
 float Half_Height_Width(const ARC_DATA_TYPE& d, float pos, float height, float bgr) {
     const int n = std::min({d.npts, d.x.size(), d.y.size()});
     if (n < 3 || !(height > bgr)) return 0.0f;
@@ -159,18 +161,12 @@ bool Arc_Start_Job(const ARC_DATA_TYPE& data, float step, const std::vector<PEAK
         j.bv(i) = background[static_cast<std::size_t>(i - 1)].y;
         j.bf(i) = 1;
     }
-    j.pos = Array1<float>(j.npeak);
-    j.inten = Array1<float>(j.npeak);
-    j.shf_g = Array1<float>(j.npeak);
-    j.shf_e = Array1<float>(j.npeak);
-    j.pf = Array1<std::array<int, 4>>(j.npeak);
+    Size_Peak_Lists(j);
     for (int k = 1; k <= j.npeak; ++k) {
         const PEAK_POINT_TYPE& p = inside[static_cast<std::size_t>(k - 1)];
         const float h = width[static_cast<std::size_t>(k - 1)] > 0.0f ? width[static_cast<std::size_t>(k - 1)] : fallback;
-        // Height of an area-normalised pseudo-Voigt of FWHM h at its centre.
-        const float top = eta0 * 0.63661975f / h + (1.0f - eta0) * 0.93943727f / h;
         j.pos(k) = p.x;
-        j.inten(k) = (p.y - p.bgr) / top;
+        j.inten(k) = (p.y - p.bgr) / Pseudo_Voigt_Top(h, eta0);
         j.shf_g(k) = h;
         j.shf_e(k) = 0.0f;
         j.pf(k) = {1, 1, 1, 1};

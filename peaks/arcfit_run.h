@@ -88,6 +88,10 @@ bool Arc_Start_Job(const ARC_DATA_TYPE& data, float step, const std::vector<PEAK
                    const std::vector<PEAK_POINT_TYPE>& background, float lambda1, float lambda2, int cycles,
                    PIK_JOB_TYPE& job, std::string& message);
 
+// The height of an area-normalised pseudo-Voigt of FWHM h and mixing eta at
+// its centre: the starting rule turns a height into an intensity with it.
+float Pseudo_Voigt_Top(float h, float eta);
+
 // The width at half height of the peak at `pos` of total height `height`
 // above `bgr` on the profile, the crossings interpolated; twice the half
 // width of one side when only that side comes down to half height before

@@ -185,4 +185,12 @@ bool Write_Pik(const std::string& file, const PIK_JOB_TYPE& job, std::string& me
     return false;
 }
 
+void Size_Peak_Lists(PIK_JOB_TYPE& j) {
+    j.pos = Array1<float>(j.npeak);
+    j.inten = Array1<float>(j.npeak);
+    j.shf_g = Array1<float>(j.npeak);
+    j.shf_e = Array1<float>(j.npeak);
+    j.pf = Array1<std::array<int, 4>>(j.npeak);
+}
+
 }  // namespace hxl

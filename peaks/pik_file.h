@@ -27,6 +27,9 @@ struct PIK_JOB_TYPE {
     float chi2 = 0;
 };
 
+// Sizes the five peak lists to npeak, every value zero.
+void Size_Peak_Lists(PIK_JOB_TYPE& job);
+
 // Reads the text of a job file. On failure `job` is untouched and `message`
 // holds the reader's text.
 bool Read_Pik_Text(const std::string& text, PIK_JOB_TYPE& job, std::string& message);

@@ -6,6 +6,7 @@
 
 #include "app/batch/arith_batch_io.h"
 #include "app/batch/batch_verbs.h"
+#include "peaks/arcfit_auto.h"
 #include "peaks/arcfit_model.h"
 #include "peaks/arcfit_run.h"
 #include "peaks/peak_lists.h"
@@ -67,33 +68,6 @@ int parse(const std::vector<std::string>& args, FIT_OPTIONS& o, std::ostream& er
     return 0;
 }
 
-// The background points for a job: at most 120, spread evenly over those found, both ends kept.
-std::vector<hxl::PEAK_POINT_TYPE> Thin_Background(const std::vector<hxl::PEAK_POINT_TYPE>& all) {
-    const std::size_t n = all.size(), limit = hxl::kArcMaxBackground;
-    if (n <= limit) return all;
-    std::vector<hxl::PEAK_POINT_TYPE> out;
-    for (std::size_t i = 0; i < limit; ++i) out.push_back(all[i * (n - 1) / (limit - 1)]);
-    return out;
-}
-
-// The job from the automatic search of peaks and background over [xmin, xmax].
-bool Automatic_Job(const hxl::DIFFRACTION_PATTERN_TYPE& p, const hxl::ARC_DATA_TYPE& data, float xmin, float xmax,
-                   int cycles, float threshold, hxl::PIK_JOB_TYPE& job, std::string& message) {
-    hxl::SEARCH_CONDITIONS_TYPE c;
-    c.peak_threshold = threshold;
-    const hxl::SEARCH_FILE_TYPE no_file{"", p.filename, p.instr, false};
-    hxl::PKB_TYPE found, back;
-    hxl::Search_Points(p, xmin, xmax, " ", c, no_file, found);
-    if (hxl::ERR_Search) return message = hxl::ERR_Search_Mess, false;
-    hxl::Search_Points(p, xmin, xmax, "background", c, no_file, back);
-    if (hxl::ERR_Search) return message = hxl::ERR_Search_Mess, false;
-    std::vector<hxl::PEAK_POINT_TYPE> peaks, bgr;
-    if (!hxl::Peaks_For_List(found, hxl::Profile_Step(p), true, peaks, message)) return false;
-    if (!hxl::Background_For_List(back, bgr, message)) return false;
-    job.title = p.title;
-    return hxl::Arc_Start_Job(data, p.step, peaks, Thin_Background(bgr), p.lambda1, p.lambda2, cycles, job, message);
-}
-
 void Print_Peaks(std::ostream& out, const std::vector<hxl::ARC_PEAK_RESULT_TYPE>& peaks) {
     char line[200];
     for (const auto& k : peaks) {
@@ -133,7 +107,7 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         }
         if (o.range) job.ang_init = o.xmin, job.ang_fin = o.xmax;
         if (o.cycles > 0) job.ncyc = o.cycles;
-    } else if (!Automatic_Job(p, data, o.range ? o.xmin : p.x(1), o.range ? o.xmax : p.x(p.npts),
+    } else if (!hxl::Arc_Automatic_Job(p, data, o.range ? o.xmin : p.x(1), o.range ? o.xmax : p.x(p.npts),
                               o.cycles > 0 ? o.cycles : 30, o.threshold, job, message)) {
         err << message << "\n";
         return 1;
@@ -150,7 +124,17 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
     fo.ask = [&answers](const std::string&) { return answers-- > 0; };
 
     hxl::ARC_FIT_RESULT_TYPE result;
-    if (!hxl::Arc_Fit(job, data, fo, result, message)) {
+    bool fitted;
+    if (o.pik.empty()) {
+        // From the automatic start the list is completed and pruned by the fit itself.
+        hxl::ARC_AUTO_OPTIONS_TYPE ao;
+        ao.on_round = [&answers, &o](int) { answers = o.answers; };
+        hxl::ARC_AUTO_REPORT_TYPE report;
+        fitted = hxl::Arc_Auto_Fit(job, data, fo, ao, result, report, message);
+    } else {
+        fitted = hxl::Arc_Fit(job, data, fo, result, message);
+    }
+    if (!fitted) {
         err << message << "\n";
         return 1;
     }
@@ -169,7 +153,10 @@ const bool registered = Register_Batch_Verb(
     {"fit", "fit FILE [--pik JOB.pik] [--range XMIN XMAX] [--cycles N] [--continue N] [--threshold T]",
      "      the constant-wavelength profile fit of FILE: the job is read from\n"
      "      JOB.pik, or built by the automatic search over the range with the\n"
-     "      dialog's starting rules (T: the search's peak threshold); \"continue?\" is answered Yes at most N times\n"
+     "      dialog's starting rules (T: the search's peak threshold), then\n"
+     "      completed from the difference curve and pruned of peaks the fit\n"
+     "      cannot support, refitting until the list settles; \"continue?\" is\n"
+     "      answered Yes at most N times per fit\n"
      "      (10); writes FILE_pf.out, LM_fit.xy and the job file, and prints the\n"
      "      stop text, the final chi2 and per peak: position, intensity, FWHM,\n"
      "      eta and their standard deviations",

@@ -4,8 +4,11 @@
 
 #include <unistd.h>
 
+#include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <sstream>
+#include <vector>
 
 #include "peaks/pik_file.h"
 #include "tests/app/batch_run.h"
@@ -58,6 +61,65 @@ TEST(BatchFit, AutomaticStartFitsAndRewritesTheJob) {
     EXPECT_FALSE(fs::exists(dir / "fit_10k_20pk_pf.out"));
     EXPECT_EQ(zdtest::Run_Batch({"fit", data.string(), "--cycles", "0"}, out, err), 2);
     fs::remove_all(dir);
+}
+
+// The whole 20-peak pattern from the automatic start, against its truth file
+// (the generator's centres, heights, FWHM and mixings; background 200 - 0.8 x).
+// Criterion: reduced chi2 below 1.1; every true peak taller than 5 sigma of
+// the background counts is found within 0.05 FWHM of its centre with its FWHM
+// within 5% and its area within 3% - or, where the counts cannot give that,
+// within 3 of the fit's own standard deviations. A peak within one FWHM of a
+// taller one is not asked for: no data of this noise separate it.
+TEST(BatchFit, AutomaticStartFindsThePeaksOfTheTruth) {
+    const fs::path dir = fs::temp_directory_path() / ("zd_batch_fit_truth_" + std::to_string(::getpid()));
+    fs::create_directories(dir);
+    const fs::path data = dir / "fit_10k_20pk.xy";
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/peaks/fit_10k_20pk.xy", data);
+    std::string out, err;
+    ASSERT_EQ(zdtest::Run_Batch({"fit", data.string()}, out, err), 0) << err;
+    fs::remove_all(dir);
+    std::istringstream lines(out);
+    std::string line;
+    std::getline(lines, line);
+    std::getline(lines, line);
+    const double chi2 = std::stod(line.substr(line.find(':') + 1));
+    EXPECT_LT(chi2, 1.1);
+    struct FIT { double pos, area, fwhm, eta, sp, sa, sf, se; };
+    std::vector<FIT> fit;
+    for (FIT f{}; std::getline(lines, line);) {
+        std::istringstream s(line);
+        ASSERT_TRUE(s >> f.pos >> f.area >> f.fwhm >> f.eta >> f.sp >> f.sa >> f.sf >> f.se) << line;
+        fit.push_back(f);
+    }
+    ASSERT_FALSE(fit.empty());
+    struct TRUE_PEAK { double c, h, f, e; };
+    std::vector<TRUE_PEAK> truth;
+    std::ifstream t(std::string(ZD_TEST_DATA) + "/peaks/fit_10k_20pk.truth.tsv");
+    std::getline(t, line);
+    while (std::getline(t, line)) {
+        std::istringstream s(line);
+        if (TRUE_PEAK p{}; s >> p.c >> p.h >> p.f >> p.e) truth.push_back(p);
+    }
+    ASSERT_EQ(truth.size(), 20u);
+    int asked = 0, strict = 0;
+    for (const TRUE_PEAK& p : truth) {
+        if (p.h < 5 * std::sqrt(200 - 0.8 * p.c)) continue;
+        bool blended = false;
+        for (const TRUE_PEAK& q : truth) blended |= q.h > p.h && std::fabs(q.c - p.c) < p.f;
+        if (blended) continue;
+        ++asked;
+        const double area = p.h * p.f / 2 * ((1 - p.e) * std::sqrt(M_PI / std::log(2.0)) + p.e * M_PI);
+        const FIT* near = &fit.front();
+        for (const FIT& f : fit)
+            if (std::fabs(f.pos - p.c) < std::fabs(near->pos - p.c)) near = &f;
+        EXPECT_LT(std::fabs(near->pos - p.c), std::max(0.05 * p.f, 3 * near->sp)) << p.c;
+        EXPECT_LT(std::fabs(near->fwhm - p.f), std::max(0.05 * p.f, 3 * near->sf)) << p.c;
+        EXPECT_LT(std::fabs(near->area - area), std::max(0.03 * area, 3 * near->sa)) << p.c;
+        strict += std::fabs(near->pos - p.c) < 0.05 * p.f && std::fabs(near->fwhm / p.f - 1) < 0.05 &&
+                  std::fabs(near->area / area - 1) < 0.03;
+    }
+    EXPECT_EQ(asked, 19);
+    std::printf("%d of %d true peaks within 0.05 FWHM, 5%% FWHM, 3%% area; reduced chi2 %.4f\n", strict, asked, chi2);
 }
 
 }  // namespace
