@@ -6,6 +6,7 @@
 
 #include "app/batch/arith_batch_io.h"
 #include "app/batch/batch_verbs.h"
+#include "peaks/arcfit_input.h"
 #include "peaks/arcfit_model.h"
 #include "peaks/arcfit_run.h"
 #include "peaks/peak_lists.h"
@@ -67,15 +68,6 @@ int parse(const std::vector<std::string>& args, FIT_OPTIONS& o, std::ostream& er
     return 0;
 }
 
-// The background points for a job: at most 120, spread evenly over those found, both ends kept.
-std::vector<hxl::PEAK_POINT_TYPE> Thin_Background(const std::vector<hxl::PEAK_POINT_TYPE>& all) {
-    const std::size_t n = all.size(), limit = hxl::kArcMaxBackground;
-    if (n <= limit) return all;
-    std::vector<hxl::PEAK_POINT_TYPE> out;
-    for (std::size_t i = 0; i < limit; ++i) out.push_back(all[i * (n - 1) / (limit - 1)]);
-    return out;
-}
-
 // The job from the automatic search of peaks and background over [xmin, xmax].
 bool Automatic_Job(const hxl::DIFFRACTION_PATTERN_TYPE& p, const hxl::ARC_DATA_TYPE& data, float xmin, float xmax,
                    int cycles, float threshold, hxl::PIK_JOB_TYPE& job, std::string& message) {
@@ -91,7 +83,7 @@ bool Automatic_Job(const hxl::DIFFRACTION_PATTERN_TYPE& p, const hxl::ARC_DATA_T
     if (!hxl::Peaks_For_List(found, hxl::Profile_Step(p), true, peaks, message)) return false;
     if (!hxl::Background_For_List(back, bgr, message)) return false;
     job.title = p.title;
-    return hxl::Arc_Start_Job(data, p.step, peaks, Thin_Background(bgr), p.lambda1, p.lambda2, cycles, job, message);
+    return hxl::Arc_Start_Job(data, p.step, peaks, hxl::Arc_Thin_Background(bgr), p.lambda1, p.lambda2, cycles, job, message);
 }
 
 void Print_Peaks(std::ostream& out, const std::vector<hxl::ARC_PEAK_RESULT_TYPE>& peaks) {
@@ -113,16 +105,7 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         err << "ERROR Opening file: " << o.file << "npts<1\n";
         return 1;
     }
-    hxl::ARC_DATA_TYPE data;
-    data.npts = p.npts;
-    data.x = p.x;
-    data.y = p.y;
-    data.var = hxl::Array1<float>(p.npts);
-    for (int i = 1; i <= p.npts; ++i) {
-        // Without sigmas, counting statistics.
-        const float s = i <= p.sigma.size() ? p.sigma(i) : p.y(i);
-        data.var(i) = i <= p.sigma.size() && !p.sig_var ? s * s : s;
-    }
+    const hxl::ARC_DATA_TYPE data = hxl::Arc_Data_From_Pattern(p);
 
     hxl::PIK_JOB_TYPE job;
     std::string message, pik = o.pik;
