@@ -1,5 +1,7 @@
 #include "peaks/arcfit_auto.h"
 
+#include "peaks/arcfit_input.h"
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -176,18 +178,6 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
     return true;
 }
 
-// The background points for a job: at most 120, spread evenly over those found, both ends kept.
-namespace {
-std::vector<PEAK_POINT_TYPE> Thin_Background(const std::vector<PEAK_POINT_TYPE>& all) {
-    const std::size_t n = all.size(), limit = kArcMaxBackground;
-    if (n <= limit) return all;
-    std::vector<PEAK_POINT_TYPE> out;
-    for (std::size_t i = 0; i < limit; ++i) out.push_back(all[i * (n - 1) / (limit - 1)]);
-    return out;
-}
-
-}  // namespace
-
 // The job from the automatic search of peaks and background over [xmin, xmax].
 bool Arc_Automatic_Job(const DIFFRACTION_PATTERN_TYPE& p, const ARC_DATA_TYPE& data, float xmin, float xmax,
                    int cycles, float threshold, PIK_JOB_TYPE& job, std::string& message) {
@@ -203,7 +193,7 @@ bool Arc_Automatic_Job(const DIFFRACTION_PATTERN_TYPE& p, const ARC_DATA_TYPE& d
     if (!Peaks_For_List(found, Profile_Step(p), true, peaks, message)) return false;
     if (!Background_For_List(back, bgr, message)) return false;
     job.title = p.title;
-    return Arc_Start_Job(data, p.step, peaks, Thin_Background(bgr), p.lambda1, p.lambda2, cycles, job, message);
+    return Arc_Start_Job(data, p.step, peaks, Arc_Thin_Background(bgr), p.lambda1, p.lambda2, cycles, job, message);
 }
 
 }  // namespace hxl

@@ -7,6 +7,7 @@
 #include "app/batch/arith_batch_io.h"
 #include "app/batch/batch_verbs.h"
 #include "peaks/arcfit_auto.h"
+#include "peaks/arcfit_input.h"
 #include "peaks/arcfit_model.h"
 #include "peaks/arcfit_run.h"
 #include "peaks/peak_lists.h"
@@ -87,16 +88,7 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         err << "ERROR Opening file: " << o.file << "npts<1\n";
         return 1;
     }
-    hxl::ARC_DATA_TYPE data;
-    data.npts = p.npts;
-    data.x = p.x;
-    data.y = p.y;
-    data.var = hxl::Array1<float>(p.npts);
-    for (int i = 1; i <= p.npts; ++i) {
-        // Without sigmas, counting statistics.
-        const float s = i <= p.sigma.size() ? p.sigma(i) : p.y(i);
-        data.var(i) = i <= p.sigma.size() && !p.sig_var ? s * s : s;
-    }
+    const hxl::ARC_DATA_TYPE data = hxl::Arc_Data_From_Pattern(p);
 
     hxl::PIK_JOB_TYPE job;
     std::string message, pik = o.pik;

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "peaks/search_points.h"
+
 namespace zendrite {
 
 // file_menu.cpp
@@ -66,6 +68,14 @@ inline constexpr int kZoneSearchItem = 40242, kSaveAllIndexingItem = 40243;
 void Peak_Zone_Search(int item);  // the next band drawn in the peak mode is searched
 void Search_Zone_Peaks(float low, float high);
 int Peak_Search_Type();  // the peak type of the conditions dialog, 1 to 4
+// The searches a fit needs first, each with its conditions dialog: the background when
+// fewer than two points are listed, the peaks when none is. False with `status` when one failed.
+bool Fit_Detection(std::string& status);
+// The wavelengths of the last peak search's type; the profile's own before any search.
+hxl::WAVELENGTHS_TYPE Fit_Wavelengths(float lambda1, float lambda2);
+
+// fit_menu.cpp: the Profile fitting menu and the run of the fit
+void Fit_Command(int item);
 
 // peak_save_menu.cpp: the peak and background files, the indexing inputs
 void Peak_Save(int item);

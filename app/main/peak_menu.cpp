@@ -31,9 +31,9 @@ hxl::SEARCH_CONDITIONS_TYPE& conditions() {
     return c;
 }
 
-// The wavelengths the peak command hands to the fit.
+// The wavelengths the peak command hands to the fit; a zero first one: not chosen yet.
 hxl::WAVELENGTHS_TYPE& fit_wavelengths() {
-    static hxl::WAVELENGTHS_TYPE w{1.54059f, 1.54059f, 1.0f};
+    static hxl::WAVELENGTHS_TYPE w{0.0f, 0.0f, 1.0f};
     return w;
 }
 
@@ -143,6 +143,18 @@ float Background_Under(float x) {
 }
 
 }  // namespace
+
+bool Fit_Detection(std::string& status) {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    if (g.Bgr_List.count < 2 && auto_search(40159, status) != 0) return false;
+    if (g.Peak_List.count < 1 && auto_search(40092, status) != 0) return false;
+    return true;
+}
+
+hxl::WAVELENGTHS_TYPE Fit_Wavelengths(float lambda1, float lambda2) {
+    const hxl::WAVELENGTHS_TYPE& w = fit_wavelengths();
+    return w.lambda1 > 0 ? w : hxl::WAVELENGTHS_TYPE{lambda1, lambda2, 0.5f};
+}
 
 int Peak_Search_Type() { return std::clamp(conditions().peak_type, 1, 4); }
 

@@ -72,6 +72,13 @@ std::string Store_Dump() {
           << "  y_sum " << Dump_Number(Dump_Sum(p.y, p.npts)) << "\n"
           << "  sigma_sum " << Dump_Number(Dump_Sum(p.sigma, p.npts)) << "\n"
           << "  nexcl " << in.nexcl << "\n";
+        // A calculated curve: its sum and that of the difference, so that a fit shows.
+        if (g.plot_calc[static_cast<std::size_t>(s)] && p.ycalc.size() >= p.npts) {
+            double diff = 0;
+            for (int i = 1; i <= p.npts; ++i) diff += p.y(i) - p.ycalc(i);
+            o << "  ycalc_sum " << Dump_Number(Dump_Sum(p.ycalc, p.npts)) << "\n"
+              << "  ydiff_sum " << Dump_Number(diff) << "\n";
+        }
         for (int e = 1; e <= in.nexcl && e <= hxl::kMaxExcluded; ++e)
             o << "    " << Dump_Number(in.excl_low(e)) << ' ' << Dump_Number(in.excl_high(e)) << "\n";
         o << "  nrefl " << in.nrefl << "\n"

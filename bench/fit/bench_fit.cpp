@@ -8,6 +8,7 @@
 #include <string>
 
 #include "peaks/arcfit_auto.h"
+#include "peaks/arcfit_input.h"
 
 namespace {
 
@@ -34,11 +35,7 @@ void Fit(benchmark::State& state, const char* name) {
         state.SkipWithError("no data");
         return;
     }
-    hxl::ARC_DATA_TYPE data;
-    data.npts = p.npts;
-    data.x = p.x;
-    data.y = p.y;
-    data.var = p.sigma;
+    const hxl::ARC_DATA_TYPE data = hxl::Arc_Data_From_Pattern(p);
     hxl::ARC_FIT_OPTIONS_TYPE fo;
     fo.folder = "/tmp";
     fo.stem = "bench_fit";

@@ -1,0 +1,98 @@
+// End-to-end: the constant-wavelength profile fit of the real ceria pattern
+// through the searches and the starting-parameters dialog with the asymmetry
+// refined; its files, the job file rewritten, the curves in the dump; a
+// refused grid and a cancelled dialog leave everything as it was.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/gui/scripted_home.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Fit : SCRIPTED_HOME {};
+
+// The searches' dialogs, then the fit dialog with S_L and D_L set and refined.
+std::string fit_lines(const std::string& extra) {
+    return "dialog 1961 press 1\ndialog 1960 press 1\n"
+           "dialog 1970 grid 12 1 1 0.01\ndialog 1970 grid 12 2 1 0.01\n"
+           "dialog 1970 grid 12 1 2 1\ndialog 1970 grid 12 2 2 1\n" +
+           extra + "dialog 1970 press 1\nmenu 40150\n";
+}
+
+}  // namespace
+
+TEST_F(Fit, CeriaThroughTheDialogWithAsymmetry) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    const std::string s = "files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\ndump " + at("d0.txt") + "\n" +
+                          // a letter in a peak cell is refused with its line, then the dialog is cancelled
+                          "dialog 1961 press 1\ndialog 1960 press 1\ndialog 1970 grid 14 3 1 x1\n"
+                          "dialog 1970 press 1\ndialog 1970 press 2\nmenu 40150\ndump " + at("d1.txt") + "\n" +
+                          fit_lines("dialog 1970 check 32 1\n") + "dump " + at("d2.txt") + "\npicture 0 " +
+                          at("fit.png") + "\n" +
+                          // a cancelled second run changes nothing
+                          "dialog 1970 press 2\nmenu 40150\ndump " + at("d3.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 |  Error in the Peak parameters on line:    3"), std::string::npos)
+        << out;
+    // the refusal wrote nothing and drew no curve; the lists of the searches stay
+    const std::string d1 = file("d1.txt");
+    EXPECT_EQ(d1.find("ycalc_sum"), std::string::npos) << d1;
+    EXPECT_EQ(value(d1, "peaks"), "16");
+    EXPECT_EQ(value(d1, "calc_mode"), "1");
+
+    // The fit ended on the solver's text and the final chi2.
+    EXPECT_EQ(count(out, "  => Final   Chi2:"), 1) << out;
+    const std::string pf = file("ceo2_pf.out");
+    EXPECT_NE(pf.find("     --- PROGRAM: ARCFIT (Embedded in Zendrite-2006 ---"), std::string::npos);
+    EXPECT_NE(pf.find(" => Asymmetry parameter S_L:      0.010000  1"), std::string::npos) << pf;
+    EXPECT_NE(pf.find(" => Number of peaks :    16"), std::string::npos) << pf;
+    EXPECT_TRUE(fs::exists(home / "LM_fit.xy"));
+    EXPECT_TRUE(fs::exists(home / "arcfit_obscalc.xyy"));
+    EXPECT_FALSE(fs::exists(home / "ceo2_pf.irf"));  // not asked for
+
+    // The job file beside the data holds the refined asymmetry and the chi2.
+    const std::string pik = file("ceo2.pik");
+    EXPECT_NE(pik.find("\n!  Chi2 = "), std::string::npos) << pik;
+    EXPECT_EQ(pik.find("      0.010000     1      <= Asymmetry-1(S_L)"), std::string::npos) << pik;
+    EXPECT_NE(pik.find("     1      <= Asymmetry-1(S_L)"), std::string::npos) << pik;
+
+    // The calculated curve lies close to the data: the difference is a small part of the counts.
+    const std::string d2 = file("d2.txt");
+    const double calc = std::stod(value(d2, "  ycalc_sum")), diff = std::stod(value(d2, "  ydiff_sum"));
+    const double obs = std::stod(value(d2, "  y_sum"));
+    EXPECT_NEAR(calc + diff, obs, 1e-3 * obs);
+    EXPECT_LT(std::abs(diff), 0.01 * obs);
+    EXPECT_EQ(value(d2, "nperfiles"), "1");
+    EXPECT_EQ(file("d3.txt"), d2);
+    EXPECT_EQ(file("ceo2.pik"), pik);
+    EXPECT_GT(fs::file_size(home / "fit.png"), 1000u);
+    if (const char* keep = std::getenv("ZD_KEEP_PICTURE"))
+        fs::copy_file(home / "fit.png", keep, fs::copy_options::overwrite_existing);
+}
+
+// The resolution file of the fitted widths, no single-peak profiles beyond 15 peaks, and Clear all.
+TEST_F(Fit, IrfFileThenClearAll) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    const std::string s = "files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\n" +
+                          fit_lines("dialog 1970 check 33 1\ndialog 1970 radio 18\n") + "dump " + at("d.txt") + "\n" +
+                          "menu 40146\ndump " + at("e.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    const std::string d = file("d.txt");
+    // 16 peaks: beyond 15 only the sum is shown
+    EXPECT_EQ(value(d, "nperfiles"), "1") << d;
+    const std::string irf = file("ceo2_pf.irf");
+    EXPECT_EQ(irf.rfind("! Resolution function (IRESO=8) : 2theta(deg.)   HG(deg.)   HL(deg.)   S_L   D_L\n", 0), 0u)
+        << irf;
+    EXPECT_NE(irf.find("   16    <<<< Include number of points in the following list"), std::string::npos) << irf;
+    const std::string e = file("e.txt");
+    EXPECT_EQ(value(e, "peaks"), "0");
+    EXPECT_EQ(value(e, "background"), "0");
+    EXPECT_EQ(e.find("ycalc_sum"), std::string::npos);
+}
