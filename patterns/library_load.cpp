@@ -29,15 +29,13 @@ extern "C" const char* __lsan_default_suppressions() { return "leak:libxy.so\n";
 namespace hxl {
 namespace {
 
-bool starts(const std::string& bytes, std::string_view head) { return std::string_view(bytes).starts_with(head); }
-
 // xylib's name of the format: the magic numbers of the file first, then the
 // extension, then the checks of the formats that have a signature.
 std::string library_format(const std::string& bytes, const std::string& filename) {
-    if (starts(bytes, "RAW")) return "bruker_raw";  // "RAW ", "RAW2", "RAW1.01", "RAW4.00"
-    if (starts(bytes, "V3RD") || starts(bytes, "V5RD")) return "philips_rd";
-    if (starts(bytes, "VAMAS Surface Chemical Analysis Standard")) return "vamas";
-    if (starts(bytes, "SIETRONICS XRD SCAN")) return "cpi";
+    if (Starts_With(bytes, "RAW")) return "bruker_raw";  // "RAW ", "RAW2", "RAW1.01", "RAW4.00"
+    if (Starts_With(bytes, "V3RD") || Starts_With(bytes, "V5RD")) return "philips_rd";
+    if (Starts_With(bytes, "VAMAS Surface Chemical Analysis Standard")) return "vamas";
+    if (Starts_With(bytes, "SIETRONICS XRD SCAN")) return "cpi";
     static constexpr std::pair<std::string_view, const char*> kByExtension[] = {
         {".RAW", "bruker_raw"}, {".RD", "philips_rd"},  {".SD", "philips_rd"},    {".CPI", "cpi"},
         {".VMS", "vamas"},      {".CHI", "chiplot"},    {".XDD", "xfit_xdd"},     {".DBW", "dbws"},

@@ -52,6 +52,19 @@ void Split_File_Name(const std::string& fullname, std::string& path, std::string
 
 namespace {
 
+// Loads a pattern file whole; false with the pattern error set.
+bool open_pattern_file(const std::string& name, Text_Unit& unit) {
+    if (std::string why = not_a_file(name); !why.empty()) {
+        Set_Pattern_Error(why);
+        return false;
+    }
+    if (!unit.Open(name)) {
+        Set_Pattern_Error(" Error opening the file: " + name);
+        return false;
+    }
+    return true;
+}
+
 // One block of a file (1-based); `nblocks` tells how many the file holds for
 // the formats that have several, 1 for the others. `loaded`, when given, is
 // the file already read (by the first block), so that a file of many blocks
@@ -63,18 +76,8 @@ void read_block(const std::string& filename, DIFFRACTION_PATTERN_TYPE& p, const 
     const std::string name = Trim(filename);
     Text_Unit own;
     Text_Unit& unit = loaded ? *loaded : own;
-    if (loaded) {
-        unit.Rewind();
-    } else {
-        if (std::string why = not_a_file(name); !why.empty()) {
-            Set_Pattern_Error(why);
-            return;
-        }
-        if (!unit.Open(name)) {
-            Set_Pattern_Error(" Error opening the file: " + name);
-            return;
-        }
-    }
+    if (loaded) unit.Rewind();
+    else if (!open_pattern_file(name, unit)) return;
     Split_File_Name(name, p.filepath, p.filename);
     p.sig_var = true;  // every reader fills sigma with variances, also when the record is reused
 
@@ -268,15 +271,8 @@ void Read_Pattern_Blocks(const std::string& filename, const std::string& mode,
     }
     patterns.resize(1);
     int nblocks = 1;
-    const std::string name = Trim(filename);
-    if (std::string why = not_a_file(name); !why.empty()) {
-        Set_Pattern_Error(why);
-        patterns.clear();
-        return;
-    }
     Text_Unit unit;
-    if (!unit.Open(name)) {
-        Set_Pattern_Error(" Error opening the file: " + name);
+    if (!open_pattern_file(Trim(filename), unit)) {
         patterns.clear();
         return;
     }

@@ -47,8 +47,6 @@ private:
     locale_t old_ = locale_t(0);
 };
 
-bool starts(const std::string& bytes, std::string_view head) { return std::string_view(bytes).starts_with(head); }
-
 const std::string* meta_value(const Library_Block& block, const Library_Data& set, std::string_view key) {
     for (const Library_Meta* m : {&block.meta, &set.meta})
         for (const auto& [k, v] : *m)
@@ -291,7 +289,7 @@ bool raw_detector_text(const std::string& bytes) {
 
 bool ras_text(const std::string& bytes, const std::string& filename) {
     std::size_t at = bytes.find_first_not_of(" \t\r\n");
-    if (starts(bytes, "\xEF\xBB\xBF")) at = 3;
+    if (Starts_With(bytes, "\xEF\xBB\xBF")) at = 3;
     return (at != std::string::npos && std::string_view(bytes).substr(at).starts_with("*RAS_DATA_START")) ||
            Trim_Right(Upper_Extension(filename)) == ".RAS";
 }

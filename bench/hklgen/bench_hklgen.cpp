@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "app/present.h"
+#include "bench/bench_window.h"
 #include "app/store/zendrite_param_global.h"
 #include "crystal/figures_of_merit.h"
 #include "crystal/reflections.h"
@@ -17,18 +18,6 @@
 
 namespace {
 using namespace zendrite;
-
-void start_window() {
-    static bool started = false;
-    if (started) return;
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    static int argc = 1;
-    static char name[] = "bench_hklgen";
-    static char* argv[] = {name, nullptr};
-    WInitialise(argc, argv, true);
-    WindowOpen(0, 0, 1200, 800, "bench");
-    started = true;
-}
 
 void fill_store(int points) {
     ZENDRITE_STORE& g = zendrite_param_global();
@@ -56,7 +45,7 @@ void fill_store(int points) {
 }
 
 void BM_Slider_Move_Orthorhombic(benchmark::State& state) {
-    start_window();
+    Start_Bench_Window("bench_hklgen");
     fill_store(12000);
     const ZENDRITE_STORE& g = zendrite_param_global();
     hxl::SPACE_GROUP_TYPE sg;

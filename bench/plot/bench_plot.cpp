@@ -6,27 +6,12 @@
 #include <cstdlib>
 
 #include "app/present.h"
+#include "bench/bench_window.h"
 #include "app/store/zendrite_param_global.h"
 #include "graphics/plot.h"
 
 namespace {
 using namespace zendrite;
-
-void start_window() {
-    static bool started = false;
-    if (started) return;
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    static int argc = 1;
-    static char name[] = "bench_plot";
-    static char* argv[] = {name, nullptr};
-    WInitialise(argc, argv, true);
-    WindowOpen(0, 0, 1200, 800, "bench");
-    // the status bar takes part of the window: grow it until the picture is 1200 by 800
-    WindowSelect(kRootWindow);
-    const int missing = 800 - WInfoWindow(2);
-    if (missing > 0) WindowOpen(0, 0, 1200, 800 + missing, "bench");
-    started = true;
-}
 
 void fill_store(int profiles, int points) {
     ZENDRITE_STORE& g = zendrite_param_global();
@@ -56,7 +41,7 @@ void fill_store(int profiles, int points) {
 }
 
 void run(benchmark::State& state, int profiles, int points) {
-    start_window();
+    Start_Bench_Window("bench_plot");
     fill_store(profiles, points);
     for (auto _ : state) Plot_Again();
     state.counters["width"] = WInfoWindow(1);
