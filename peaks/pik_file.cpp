@@ -68,6 +68,9 @@ bool Read_Pik_Text(const std::string& text, PIK_JOB_TYPE& job, std::string& mess
     u.Set_Text(text);
     PIK_JOB_TYPE j;  // filled apart, handed over only when whole
     if (!u.Read_Line(j.title)) return Fail(message, " => End of pik-file at reading, title in file: ");
+    // A byte-order mark is no part of the title: the file may hold several when
+    // editors added one each, and the text unit takes off only the first.
+    while (Starts_With(j.title, "\xEF\xBB\xBF")) j.title.erase(0, 3);
 
     const char* const range_error = " => Error at reading: tof/2theta_ini, tof/2theta_fin, n_ba, etc ! ";
     std::vector<std::string> comments;

@@ -11,6 +11,7 @@
 
 #include "peaks/arcfit_files.h"
 #include "peaks/pik_file.h"
+#include "support/fixed_text.h"
 #include "prf/read_irf.h"
 
 namespace hxl {
@@ -104,6 +105,19 @@ TEST(PikFile, RoundTripIsByteForByteAndTheWriterZeroesInteInstJobt) {
     EXPECT_FALSE(Read_Pik((dir / "none.pik").string(), back, message));
     EXPECT_EQ(message, "ERROR opening the file: " + (dir / "none.pik").string());
     std::filesystem::remove_all(dir);
+}
+
+// Byte-order marks before the title (one per editor that saved the file) are
+// not kept in it, so a job read and written reads back the same.
+TEST(PikFile, ByteOrderMarksAreNoPartOfTheTitle) {
+    PIK_JOB_TYPE j, again;
+    std::string message;
+    ASSERT_TRUE(Read_Pik_Text("\xEF\xBB\xBF\xEF\xBB\xBF" + kJob, j, message)) << message;
+    EXPECT_FALSE(Starts_With(j.title, "\xEF\xBB\xBF"));
+    const std::string once = Pik_Text(j);
+    ASSERT_TRUE(Read_Pik_Text(once, again, message)) << message;
+    EXPECT_EQ(Pik_Text(again), once);
+    EXPECT_EQ(again.title, j.title);
 }
 
 TEST(PikFile, EachFailureGivesItsTextAndLeavesTheJob) {
