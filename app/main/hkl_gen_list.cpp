@@ -81,7 +81,8 @@ std::string Hkl_Gen_Dump() {
         out += buf;
     }
     out += "\nspgr " + s.spgr + "\nsystem " + s.crystal_system + "\ndrawing " + (s.drawing ? "1" : "0") +
-           "\ncount " + std::to_string(s.list.size()) + "\nmerit " + s.merit + "\n";
+           "\ncount " + std::to_string(s.list.size()) + "\nmerit " + s.merit +
+           "\nstatus " + WindowStatusBarText(4) + "\n";
     if (s.refined) out += s.refined_text + "\n" + s.sigma_text + "\n";
     for (const hxl::HKL_GEN_TYPE& r : s.list) {
         std::snprintf(buf, sizeof buf, "refl %d %d %d %d %.6f %.4f %.1f\n", r.h, r.k, r.l, r.mult,

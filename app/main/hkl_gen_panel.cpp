@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
 
 #include "app/main/hkl_gen.h"
 #include "app/main/zendrite_app.h"
@@ -109,12 +112,8 @@ void define() {
     f.push_back(fn);
     f.push_back(Fld(kSystem, FIELD_KIND::Text, "Crystal system :"));
     f.push_back(Fld(kGroup, FIELD_KIND::Text, "Space group :"));
-    // the lines of the figure of merit and of the refinement are long: labels that wrap
-    auto line = [&](int id) {
-        DIALOG_FIELD l = Fld(id, FIELD_KIND::Label, " ");
-        l.wrap = true;
-        f.push_back(l);
-    };
+    // the figure of merit and the refinement come broken into lines by `Panel_Lines`
+    auto line = [&](int id) { f.push_back(Fld(id, FIELD_KIND::Label, " ")); };
     f.push_back(Fld(kMeritTitle, FIELD_KIND::Label, "Figure of merit"));
     line(kMerit);
     f.push_back(Fld(kRefine, FIELD_KIND::PushButton, "Refine cell"));
@@ -130,6 +129,38 @@ void define() {
 }
 
 float reach() { return fine() ? kFineRange : kCoarse; }
+
+// Lines of at most `width` characters, broken between the parts of a text (three blanks) and,
+// within a longer part, at a blank. A label that wraps by itself is measured before its text
+// grows and comes out clipped; one with its own line ends is not.
+std::string Panel_Lines(const std::string& text, std::size_t width = 46) {
+    std::vector<std::string> lines(1);
+    auto add = [&](const std::string& piece, const char* gap) {
+        std::string& last = lines.back();
+        if (last.empty()) last = piece;
+        else if (last.size() + std::strlen(gap) + piece.size() <= width) last += gap + piece;
+        else lines.push_back(piece);
+    };
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t end = std::min(text.find("   ", i), text.size());
+        const std::string part = text.substr(i, end - i);
+        if (!part.empty() && part.size() <= width) add(part, "   ");
+        else if (!part.empty()) {
+            bool first = true;
+            for (std::size_t j = 0; j < part.size();) {
+                const std::size_t e = std::min(part.find(' ', j), part.size());
+                if (e > j) add(part.substr(j, e - j), first ? "   " : " ");
+                first = false;
+                j = e + 1;
+            }
+        }
+        i = text.find_first_not_of(' ', end);
+        if (i == std::string::npos) break;
+    }
+    std::string out;
+    for (const std::string& l : lines) out += (out.empty() ? "" : "\n") + l;
+    return out;
+}
 
 // Sliders, edits and read-outs from the state.
 void show_state(const std::string& note) {
@@ -147,9 +178,9 @@ void show_state(const std::string& note) {
     WDialogPutString(kHigh, fine() ? "+4%" : "+40%");
     WDialogPutString(kSystem, s.crystal_system);
     WDialogPutString(kGroup, s.spgr);
-    WDialogPutString(kMerit, Hkl_Gen_Merit());
-    WDialogPutString(kRefined, s.refined ? s.refined_text : " ");
-    WDialogPutString(kSigma, s.refined ? s.sigma_text : " ");
+    WDialogPutString(kMerit, Panel_Lines(Hkl_Gen_Merit()));
+    WDialogPutString(kRefined, s.refined ? Panel_Lines(s.refined_text) : " ");
+    WDialogPutString(kSigma, s.refined ? Panel_Lines(s.sigma_text) : " ");
     WDialogFieldState(kSystem, 0);
     WDialogFieldState(kGroup, 0);
     WDialogFieldState(kUse, s.refined ? 1 : 0);
@@ -265,7 +296,7 @@ void Hkl_Gen_Refresh_Merit() {
     if (now == before) return;
     const int keep = WDialogSelected();
     WDialogSelect(kHklPanel);
-    WDialogPutString(kMerit, now);
+    WDialogPutString(kMerit, Panel_Lines(now));
     WDialogSelect(keep);
 }
 

@@ -128,6 +128,59 @@ TEST(FiguresOfMerit, MatchTheReferenceOnAnOrthorhombicTrialAndTheCeriaPeaks) {
     EXPECT_FALSE(Figures_Of_Merit({-3.0, 190.0, NAN}, record(ce), group("F m -3 m"), cs, r));
 }
 
+// A second check of both figures, worked by hand from their definitions, with no program in
+// between. No published list with its printed M(20) and F(N) could be had here to the digit,
+// so none is quoted.
+//
+// Cubic P, a = 1 A: Q = 1/d^2 = h^2 + k^2 + l^2, so the calculated lines are the integers that
+// are sums of three squares: 1 2 3 4 5 6 8 9 10 11 12 13 14 16 17 18 19 20 21 22 24 ... (7, 15
+// and 23 are 8n+7 and have none; 9 = 300 = 221 is one line).
+//
+// M(20), positions in d: the observed Q are the lines 1 2 3 5 6 8 9 10 11 12 13 14 16 17 18 19
+// 20 21 22 24 (4 is calculated but not observed), the i-th moved by +0.01 for odd i and -0.03
+// for even i. Then <eps> = (10*0.01 + 10*0.03)/20 = 0.02; Q20 = 24 - 0.03 = 23.97; the
+// calculated lines up to 23.97 are 1..23 less 7, 15, 23: N20 = 20 (4 counts, 24 does not).
+// M(20) = Q20 / (2 <eps> N20) = 23.97 / (2 * 0.02 * 20) = 23.97 / 0.8 = 29.9625.
+// A 21st line, Q = 25.4, lies past Q20 and changes nothing.
+//
+// F(N), positions in 1/d (Q = x^2): the lines 1 2 3 5 6 8 9 10 11 12 at x = sqrt(Q) - 0.001 for
+// odd i and + 0.002 for even i. <|dx|> = (5*0.001 + 5*0.002)/10 = 0.0015; the last observed Q is
+// (sqrt(12) + 0.002)^2 = 12.0139, and the lines up to it are 1..12 less 7: N_poss = 11.
+// F(10) = 10 / (0.0015 * 11) = 606.06.
+TEST(FiguresOfMerit, HandWorkedCubicExample) {
+    const double unit[6] = {1, 1, 1, 90, 90, 90};
+    const int lines_m[20] = {1, 2, 3, 5, 6, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18, 19, 20, 21, 22, 24};
+    std::vector<double> d;
+    for (int i = 1; i <= 20; ++i) d.push_back(1 / std::sqrt(lines_m[i - 1] + (i % 2 ? 0.01 : -0.03)));
+    d.push_back(1 / std::sqrt(25.4));
+    std::reverse(d.begin(), d.end());  // d falls as Q rises: the order given must not matter
+    FOM_SETTINGS_TYPE s;
+    s.x.space = HKL_XSPACE::D;
+    FOM_RESULT_TYPE r;
+    ASSERT_TRUE(Figures_Of_Merit(d, record(unit), group("P m -3 m"), s, r)) << r.message;
+    ASSERT_TRUE(r.m20_valid);
+    EXPECT_NEAR(r.m20_eps, 0.02, 1e-9);
+    EXPECT_NEAR(r.q20, 23.97, 1e-9);
+    EXPECT_EQ(r.n20, 20);
+    EXPECT_NEAR(r.m20, 29.9625, 1e-6);
+    EXPECT_EQ(r.m20_text, "M(20) = 30.0");
+
+    const int lines_f[10] = {1, 2, 3, 5, 6, 8, 9, 10, 11, 12};
+    std::vector<double> x;
+    for (int i = 1; i <= 10; ++i) x.push_back(std::sqrt(double(lines_f[i - 1])) + (i % 2 ? -0.001 : 0.002));
+    s.x.space = HKL_XSPACE::S;
+    s.fn_lines = 10;
+    ASSERT_TRUE(Figures_Of_Merit(x, record(unit), group("P m -3 m"), s, r)) << r.message;
+    ASSERT_TRUE(r.fn_valid);
+    EXPECT_EQ(r.fn_n, 10);
+    EXPECT_NEAR(r.fn_mean_delta, 0.0015, 1e-6);  // reflection positions from a float s
+    EXPECT_EQ(r.fn_poss, 11);
+    EXPECT_NEAR(r.fn, 606.06, 0.5);
+    EXPECT_EQ(r.m20_text, "M(20): fewer than 20 peaks (10)");
+    EXPECT_EQ(r.fn_text.rfind("F(10) = 606.", 0), 0u) << r.fn_text;
+    EXPECT_NE(r.fn_text.find(" in s"), std::string::npos) << r.fn_text;  // not in degrees: says so
+}
+
 // 1/d^2 by the textbook formulas of each system.
 double inv_d2(const double c[6], int h, int k, int l) {
     const double be = c[4] * pi / 180;

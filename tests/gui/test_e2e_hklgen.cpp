@@ -52,6 +52,19 @@ struct HklGen : SCRIPTED_HOME {
         }
         return c;
     }
+    // Centres of the runs of columns whose pixels in the middle rows differ between two pictures.
+    static std::vector<double> changed_columns(const QImage& a, const QImage& b) {
+        std::vector<double> c;
+        int start = -1;
+        const int y0 = a.height() / 3, y1 = a.height() / 2;
+        for (int x = 0; x <= a.width(); ++x) {
+            bool diff = false;
+            for (int y = y0; x < a.width() && y < y1 && !diff; ++y) diff = a.pixel(x, y) != b.pixel(x, y);
+            if (diff && start < 0) start = x;
+            if (!diff && start >= 0) c.push_back(0.5 * (start + x - 1)), start = -1;
+        }
+        return c;
+    }
 };
 
 std::vector<double> gemmi_ceria() {
@@ -143,6 +156,46 @@ TEST_F(HklGen, BadInputGivesItsTextAndKeepsTheTicks) {
     EXPECT_GT(std::stoi(value(h2, "count")), 0);
 }
 
+// The zero values and the edges the first test leaves out: a wavelength of 0, an edge of 0, a
+// slider that flattens the cell, a window that starts at 0. Each says so and leaves the cell,
+// the list and its ticks as they were.
+TEST_F(HklGen, ZeroWavelengthZeroEdgeFlatCellAndWindowAtZero) {
+    run(open_and_setup("F m -3 m", "0") + "dump " + at("d0.txt") + "\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Bad wavelength"), 1) << out;
+    EXPECT_EQ(value(file("d0.txt"), "calc_mode"), "0");
+    // P 1 with alpha = beta = 100: the cell is flat at gamma = 360 - 200 = 160. Typed gamma
+    // 114.28568 and the slider at +40 % give 159.99995, where V / abc = 7e-4 (worked by hand:
+    // 1 - 2 cos^2 100 - cos^2 g + 2 cos^2 100 cos g = 5.3e-7 under the root).
+    const std::string s = open_and_setup("P 1") + "dialog 156 set 1614 100\nbutton 156 1614\n" +
+                          "dialog 156 set 1615 100\nbutton 156 1615\ndialog 156 set 1616 114.28568\n" +
+                          "button 156 1616\nhklgen " + at("h1.txt") + "\npicture 0 " + at("p1.png") + "\n" +
+                          "dialog 156 set 1611 0\nbutton 156 1611\nhklgen " + at("h2.txt") + "\n" +
+                          "dialog 156 set 1606 400\nbutton 156 1606\nhklgen " + at("h3.txt") + "\npicture 0 " +
+                          at("p3.png") + "\n" +
+                          // the band from x = 0 to 5 degrees: s runs from 0
+                          "mouse press 1 0 8000\nmouse move 1 3 4000\nmouse release 1 5 0\ndump " + at("d4.txt") +
+                          "\nhklgen " + at("h4.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    const std::string h1 = file("h1.txt");
+    EXPECT_EQ(value(h1, "cell").substr(24), "100.00000 100.00000 114.28568") << h1;
+    EXPECT_GT(std::stoi(value(h1, "count")), 100);
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Wrong cell parameters"), 2) << out;
+    // the edge of 0 and the flat cell: the cell, the list and the ticks are those of h1
+    EXPECT_EQ(file("h2.txt"), h1);
+    EXPECT_EQ(file("h3.txt"), h1);
+    const QImage p1(QString::fromStdString(at("p1.png"))), p3(QString::fromStdString(at("p3.png")));
+    ASSERT_FALSE(p1.isNull());
+    EXPECT_TRUE(p1 == p3);
+    // the window at 0: the limits are taken, the list is not, and the status bar says why
+    const std::string d4 = file("d4.txt"), h4 = file("h4.txt");
+    EXPECT_LT(std::stod(value(d4, "win")), 1e-5) << d4;
+    EXPECT_EQ(value(h4, "status"), "Error liminf*limsup < 0.0001") << h4;
+    EXPECT_EQ(value(h4, "count"), value(h1, "count"));
+    EXPECT_EQ(h4.substr(h4.find("\nrefl ")), h1.substr(h1.find("\nrefl ")));
+}
+
 // The numbers of gemmi and scipy for the 16 peaks the automatic search finds in this pattern.
 double reference(const std::string& line, const std::string& key) {
     std::ifstream in(std::string(ZD_TEST_DATA) + "/peaks/figures_of_merit_reference.txt");
@@ -187,7 +240,9 @@ TEST_F(HklGen, FigureOfMeritAndRefineCellOnCeria) {
     const double f1 = number_after(m1, "F(16) = "), f2 = number_after(m2, "F(16) = ");
     EXPECT_TRUE(std::isnan(f1) || f1 < 50) << m1;
     EXPECT_NEAR(f2, reference("ceo2_figures", "F"), 1.0) << m2;
-    EXPECT_NE(out.find("DIALOG 156 | label 1623 " + m2), std::string::npos) << out;
+    // the panel breaks the line where it fits
+    EXPECT_NE(out.find("DIALOG 156 | label 1623 " + m2.substr(0, m2.find("   F(")) + "\nF(16) = 8"), std::string::npos)
+        << out;
     // the refusal of the wrong edge: its text, the cell and no result to use
     EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | "), 2) << out;
     EXPECT_EQ(value(file("h1b.txt"), "cell"), "5.30000 5.30000 5.30000 90.00000 90.00000 90.00000");
@@ -229,20 +284,7 @@ TEST_F(HklGen, SpectralLinesInTheRubberBand) {
     const QImage p0(QString::fromStdString(at("p0.png"))), p1(QString::fromStdString(at("p1.png"))),
         p2(QString::fromStdString(at("p2.png")));
     ASSERT_FALSE(p0.isNull() || p1.isNull() || p2.isNull());
-    // columns that changed in the middle rows of the frame
-    auto changed = [&](const QImage& a) {
-        std::vector<double> c;
-        int start = -1;
-        const int y0 = a.height() / 3, y1 = a.height() / 2;
-        for (int x = 0; x <= a.width(); ++x) {
-            bool diff = false;
-            for (int y = y0; x < a.width() && y < y1 && !diff; ++y) diff = a.pixel(x, y) != p0.pixel(x, y);
-            if (diff && start < 0) start = x;
-            if (!diff && start >= 0) c.push_back(0.5 * (start + x - 1)), start = -1;
-        }
-        return c;
-    };
-    const std::vector<double> c1 = changed(p1), c2 = changed(p2);
+    const std::vector<double> c1 = changed_columns(p1, p0), c2 = changed_columns(p2, p0);
     ASSERT_EQ(c1.size(), 2u);  // two lines, no rectangle
     ASSERT_EQ(c2.size(), 2u);
     // Bragg by hand, Cu: K-beta of 25 deg is 22.5594 deg, of 15 deg 13.5485 deg
@@ -256,3 +298,79 @@ TEST_F(HklGen, SpectralLinesInTheRubberBand) {
 }
 
 }  // namespace
+
+// A cubic standard with more than 20 lines: LaB6 in Cu K-alpha, zoomed to 15..150 deg, peaks
+// found with the Cu doublet filter, HKL Gen started at a wrong edge of 4.10 A; the coarse slider
+// brings it near (14 steps: 4.10 * 1.014 = 4.15740), the fine one onto it (-1 step: 4.15740 *
+// 0.9999 = 4.156984); M(20) rises past 50; "Refine cell" gives the standard's edge; the box
+// under the mouse names 110; the spectral lines of the rubber band; pictures of panel and plot.
+TEST_F(HklGen, LanthanumHexaborideFromAWrongEdgeToTheStandardsCell) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/LaB6_d500_si_psd.xye", home / "lab6.xye");
+    const std::string s =
+        "files " + at("lab6.xye") + "\nmenu 40014\n" +
+        "mouse press 1 15 15500\nmouse move 1 80 5000\nmouse release 1 150 -300\n" +
+        "menu 40096\ndialog 1960 radio 6\ndialog 1960 press 1\nmenu 40092\nmenu 40097\n" +
+        "dialog 155 set 1551 P m -3 m\ndialog 155 set 1552 1.540593\ndialog 155 press 1\nmenu 40154\n" +
+        "dialog 156 set 1611 4.10\nbutton 156 1611\nhklgen " + at("h1.txt") + "\n" +
+        "dialog 156 set 1601 14\nbutton 156 1601\nhklgen " + at("h2.txt") + "\n" +
+        "dialog 156 check 1620 1\nbutton 156 1620\ndialog 156 set 1601 -1\nbutton 156 1601\nhklgen " +
+        at("h3.txt") + "\n" + "button 156 1624\nhklgen " + at("h4.txt") + "\ndialog 156 show\ndialog 156 picture " +
+        at("panel.png") + "\nbutton 156 1629\nhklgen " + at("h5.txt") + "\n" + "mouse move 0 30.39 9000\nhklgen " +
+        at("h6.txt") + "\npicture 0 " + at("plot.png") + "\nbutton 156 1634\n" +
+        // the spectral lines of Cu with the panel closed
+        "dialog 157 set 1571 5\ndialog 157 press 1\nmenu 40220\nmenu 40218\npicture 0 " + at("s0.png") +
+        "\nmouse press 1 30.39 3000\nmouse move 1 30.39 3000\npicture 0 " + at("s1.png") +
+        "\nmouse move 1 43.51 3000\npicture 0 " + at("s2.png") + "\nmouse release 1 43.51 3000\nmenu 40221\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006"), 0) << out;
+    const std::string h1 = file("h1.txt"), h2 = file("h2.txt"), h3 = file("h3.txt"), h4 = file("h4.txt");
+    // the search found the 24 K-alpha1 lines of LaB6 between 15 and 150 degrees (100 to 421)
+    const std::string m1 = value(h1, "merit"), m2 = value(h2, "merit"), m3 = value(h3, "merit");
+    EXPECT_NE(m3.find("unexplained peaks: 0 of 24"), std::string::npos) << m3;
+    EXPECT_EQ(value(h1, "cell"), "4.10000 4.10000 4.10000 90.00000 90.00000 90.00000");
+    EXPECT_EQ(value(h2, "cell"), "4.15740 4.15740 4.15740 90.00000 90.00000 90.00000");
+    EXPECT_EQ(value(h3, "cell"), "4.15698 4.15698 4.15698 90.00000 90.00000 90.00000");
+    const double f1 = number_after(m1, "M(20) = "), f2 = number_after(m2, "M(20) = "),
+                 f3 = number_after(m3, "M(20) = ");
+    EXPECT_LT(f1, 10) << m1;
+    EXPECT_GE(number_after(m1, "unexplained peaks: "), 20) << m1;
+    EXPECT_GT(f2, 50) << m2;
+    EXPECT_GT(f3, f2) << m3;
+    // Refine cell: NIST SRM 660a (LaB6) certifies a = 0.41569 nm
+    const double a = number_after(h4, "Refined cell: "), sa = number_after(h4, "sigma: ");
+    EXPECT_NEAR(a, 4.1569, 0.001) << h4;
+    EXPECT_GT(sa, 0) << h4;
+    EXPECT_LT(sa, 0.0002) << h4;
+    EXPECT_NE(h4.find("(24 peaks)"), std::string::npos) << h4;
+    // Use: the trial cell is the refined one, and explains the peaks at least as well
+    char want[32];
+    std::snprintf(want, sizeof want, "%.5f", a);
+    const std::string m5 = value(file("h5.txt"), "merit");
+    EXPECT_EQ(value(file("h5.txt"), "cell").substr(0, 7), std::string(want)) << file("h5.txt");
+    EXPECT_GE(number_after(m5, "M(20) = "), f3) << m5;
+    // the box under the mouse at the strongest line: 110, twelve equivalents, d = a / sqrt(2)
+    const std::string h6 = file("h6.txt");
+    EXPECT_NE(h6.find("under (  1   1   0)  M= 12  d="), std::string::npos) << h6;
+    EXPECT_NEAR(number_after(h6, "M= 12  d="), a / std::sqrt(2.0), 1e-5) << h6;
+    // the panel's lines are broken where they fit, not cut by a narrow label
+    EXPECT_NE(out.find("DIALOG 156 | label 1623 M(20) = "), std::string::npos) << out;
+    const QImage panel(QString::fromStdString(at("panel.png"))), plot(QString::fromStdString(at("plot.png")));
+    ASSERT_FALSE(panel.isNull() || plot.isNull());
+    EXPECT_GT(panel.height(), 600);
+    // a green tick over each of the 24 found lines, and more for the lines too weak to be found
+    EXPECT_GE(columns(plot, qRgb(0, 150, 0), 0, plot.height()).size(), 24u);
+    // Spectral lines: K-alpha1 at the mouse, K-beta at the same d. Bragg by hand with the Cu
+    // table (K-beta / K-alpha1 = 1.392252 / 1.540597): 30.39 deg gives 27.4034, 43.51 gives 39.1389.
+    const QImage s0(QString::fromStdString(at("s0.png"))), s1(QString::fromStdString(at("s1.png"))),
+        s2(QString::fromStdString(at("s2.png")));
+    ASSERT_FALSE(s0.isNull() || s1.isNull() || s2.isNull());
+    const std::vector<double> c1 = changed_columns(s1, s0), c2 = changed_columns(s2, s0);
+    ASSERT_EQ(c1.size(), 2u);
+    ASSERT_EQ(c2.size(), 2u);
+    const double k = (c2[1] - c1[1]) / (43.51 - 30.39);
+    ASSERT_GT(k, 2.0);
+    EXPECT_NEAR(c1[0], c1[1] + k * (27.4034 - 30.39), 1.5);
+    EXPECT_NEAR(c2[0], c2[1] + k * (39.1389 - 43.51), 1.5);
+}
