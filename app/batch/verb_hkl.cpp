@@ -12,6 +12,7 @@
 #include "crystal/reflections.h"
 #include "crystal/space_group.h"
 #include "peaks/peak_file_read.h"
+#include "support/fixed_text.h"
 
 namespace zendrite {
 namespace {
@@ -80,7 +81,7 @@ int Print_Peak_Figures(const std::vector<hxl::PEAK_POINT_TYPE>& peak_list, const
 
 int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     float cell[6] = {0, 0, 0, 0, 0, 0}, lambda = 0, range[2] = {0, 0}, zero = 0, tolerance = 0;
-    bool has_cell = false, has_lambda = false, has_range = false, refine_zero = false;
+    bool has_cell = false, has_sg = false, has_lambda = false, has_range = false, refine_zero = false;
     std::string symbol, peaks;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
@@ -123,8 +124,14 @@ int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         } else if (a == "--refine-zero") {
             refine_zero = true;
         } else if (a == "--sg") {
-            while (i + 1 < args.size() && args[i + 1].rfind("--", 0) != 0) symbol += (symbol.empty() ? "" : " ") + args[++i];
-            if (symbol.empty()) {
+            // the words up to the next option; words that are all blank are an empty field
+            symbol.clear();
+            has_sg = false;
+            while (i + 1 < args.size() && args[i + 1].rfind("--", 0) != 0) {
+                symbol += (has_sg ? " " : "") + args[++i];
+                has_sg = true;
+            }
+            if (!has_sg) {
                 err << "zendrite-batch hkl: --sg needs a space-group symbol\n";
                 return 2;
             }
@@ -133,19 +140,24 @@ int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostrea
             return 2;
         }
     }
-    if (!has_cell || symbol.empty() || !has_lambda || !has_range) {
+    if (!has_cell || !has_sg || !has_lambda || !has_range) {
         err << "zendrite-batch hkl: give --cell, --sg, --lambda and --range\n";
         return 2;
+    }
+    symbol = hxl::Trim(symbol);
+    if (symbol.empty()) {
+        err << "Empty SPGR field\n";
+        return 1;
     }
     if (!(lambda > 0)) {
         err << "Bad wavelength\n";
         return 1;
     }
+    // the panel's rules: positive edges, angles that close, a volume that is not near zero
     hxl::Cell_Record rec;
-    const bool angles_ok = hxl::Cell_Angles_Allowed(cell + 3);
-    hxl::Fill_Cell_Record(cell, cell + 3, rec);
-    if (!angles_ok || hxl::ERR_Crys || !(rec.volume > 0)) {
-        err << "Wrong cell parameters\n";
+    std::string msg;
+    if (!hxl::Hkl_Trial_Cell(cell, rec, msg)) {
+        err << msg << "\n";
         return 1;
     }
     hxl::SPACE_GROUP_TYPE sg;
@@ -156,7 +168,6 @@ int run_hkl(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         return 1;
     }
     float smin = 0, smax = 0;
-    std::string msg;
     if (!hxl::Hkl_S_Limits(hxl::HKL_XSPACE::TWOTHETA, range[0], range[1], lambda, 0, 0, smin, smax, msg)) {
         err << msg << "\n";
         return 1;

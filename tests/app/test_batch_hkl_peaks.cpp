@@ -1,6 +1,7 @@
 // zendrite-batch hkl --peaks: figures of merit and the refined cell of a peak file.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -78,6 +79,59 @@ TEST(BatchHklPeaks, TwentyPeaksGiveMAndBadFilesAreRefused) {
     EXPECT_EQ(zdtest::Run_Batch(off, out, err), 1);
     EXPECT_NE(err.find("Too few peaks matched to reflections"), std::string::npos) << err;
     std::filesystem::remove_all(dir);
+}
+
+// LaB6 in Cu K-alpha1, 24 peaks: M(20) and F(24) as tests/data/peaks/figures_of_merit_reference.txt
+// gives them (lab6_figures M20=477.5142, F=201.7200; lab6_refine zero=0 a=4.1568495, a_std 0.0000260),
+// within the 1e-3 that a float cell moves so close a fit.
+std::vector<std::string> lab6(const std::string& sg, const std::string& lambda, std::vector<std::string> cell) {
+    std::vector<std::string> a = {"hkl", "--cell"};
+    a.insert(a.end(), cell.begin(), cell.end());
+    for (const std::string& w : {std::string("--sg"), sg, std::string("--lambda"), lambda, std::string("--range"),
+                                 std::string("15"), std::string("150"), std::string("--peaks"),
+                                 std::string(ZD_TEST_DATA) + "/peaks/lab6_d500_peaks.aps"})
+        a.push_back(w);
+    return a;
+}
+
+double number_after(const std::string& text, const std::string& key) {
+    const std::size_t p = text.find(key);
+    return p == std::string::npos ? NAN : std::strtod(text.c_str() + p + key.size(), nullptr);
+}
+
+TEST(BatchHklPeaks, LanthanumHexaborideAndTheRefusalsOfTheTrialCell) {
+    const std::vector<std::string> edge = {"4.1569", "4.1569", "4.1569", "90", "90", "90"};
+    std::string out, err;
+    ASSERT_EQ(zdtest::Run_Batch(lab6("P m -3 m", "1.540593", edge), out, err), 0) << err;
+    EXPECT_NEAR(number_after(out, "\nM(20) = "), 477.5142, 0.5) << out;
+    EXPECT_NEAR(number_after(out, "\nF(N) = "), 201.72, 0.2) << out;
+    EXPECT_NE(out.find("(N = 24)\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("\nUnexplained peaks: 0 of 24 "), std::string::npos) << out;
+    EXPECT_NE(out.find("\nRefined cell: 4.156850 4.156850 4.156850 90.000000 90.000000 90.000000\n"
+                       "       sigma: 0.000026 "),
+              std::string::npos)
+        << out;
+    // Each refusal prints its text alone and ends with status 1: a blank group, a zero
+    // wavelength, a zero edge, and a flat cell (alpha = beta = 100 closes at gamma = 160; at
+    // 159.99995 the volume is 7e-4 of a b c, worked by hand in the panel's test).
+    struct BAD {
+        std::string sg, lambda;
+        std::vector<std::string> cell;
+        const char* text;
+    };
+    const BAD bad[] = {{" ", "1.540593", edge, "Empty SPGR field\n"},
+                       {"P m -3 m", "0", edge, "Bad wavelength\n"},
+                       {"P m -3 m", "1.540593", {"0", "4.1569", "4.1569", "90", "90", "90"}, "Wrong cell parameters\n"},
+                       {"P 1", "1.540593", {"5", "5", "5", "100", "100", "159.99995"}, "Wrong cell parameters\n"}};
+    for (const BAD& b : bad) {
+        EXPECT_EQ(zdtest::Run_Batch(lab6(b.sg, b.lambda, b.cell), out, err), 1) << b.text;
+        EXPECT_EQ(err, b.text);
+        EXPECT_EQ(out, "");
+    }
+    // a little less flat is a cell: its reflections are listed (the LaB6 peaks then match none)
+    zdtest::Run_Batch(lab6("P 1", "1.540593", {"5", "5", "5", "100", "100", "159.9"}), out, err);
+    EXPECT_EQ(out.rfind("    h    k    l  mult", 0), 0u) << out << err;
+    EXPECT_EQ(err.find("Wrong cell parameters"), std::string::npos) << err;
 }
 
 }  // namespace

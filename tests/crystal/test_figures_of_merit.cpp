@@ -43,14 +43,15 @@ double num(const std::map<std::string, std::string>& m, const std::string& k) {
     return it == m.end() ? NAN : std::stod(it->second);
 }
 
-std::vector<double> ceo2_peaks() {
-    std::ifstream in(std::string(ZD_TEST_DATA) + "/peaks/ceo2_pilatus_peaks.aps");
+std::vector<double> peak_file(const char* name) {
+    std::ifstream in(std::string(ZD_TEST_DATA) + "/peaks/" + name);
     std::vector<double> x;
     std::string line;
     while (std::getline(in, line))
         if (!line.empty() && line[0] != '!') x.push_back(std::stod(line));
     return x;
 }
+std::vector<double> ceo2_peaks() { return peak_file("ceo2_pilatus_peaks.aps"); }
 
 SPACE_GROUP_TYPE group(const char* symbol) {
     SPACE_GROUP_TYPE sg;
@@ -255,6 +256,38 @@ TEST(CellRefine, CeriaPeaksGiveTheScipyFitAndTheCertifiedEdge) {
         // NIST SRM 674b (CeO2) certifies a = 0.541165 nm. The pattern's wavelength is
         // given to 4 digits (0.4066 A, 1.2e-4 relative, 0.0007 A on a).
         EXPECT_NEAR(r.cell[0], 5.41165, 3 * r.cell_std[0] + 0.0007);
+    }
+}
+
+// A real standard with more than 20 lines: the 24 peaks of LaB6 in Cu K-alpha1.
+TEST(CellRefine, LanthanumHexaboridePeaksGiveMTwentyAndTheCertifiedEdge) {
+    const double lab6[6] = {4.1569, 4.1569, 4.1569, 90, 90, 90};
+    FOM_SETTINGS_TYPE s;
+    s.x.lambda = 1.540593;
+    FOM_RESULT_TYPE f;
+    ASSERT_TRUE(Figures_Of_Merit(peak_file("lab6_d500_peaks.aps"), record(lab6), group("P m -3 m"), s, f)) << f.message;
+    const auto ref = reference("lab6_figures");
+    ASSERT_TRUE(f.m20_valid);
+    EXPECT_EQ(f.n_obs, 24);
+    EXPECT_EQ(f.n20, num(ref, "N20"));
+    // the cell is held in float: Q moves by some 5e-8, 1e-3 of the mean |dQ| of so close a fit
+    EXPECT_NEAR(f.m20, num(ref, "M20"), 2e-3 * num(ref, "M20"));
+    EXPECT_GT(f.m20, 50);
+    EXPECT_NEAR(f.fn, num(ref, "F"), 2e-3 * num(ref, "F"));
+    EXPECT_EQ(f.fn_poss, num(ref, "N_poss"));
+    EXPECT_EQ(f.unexplained, 0);
+    for (int zero = 0; zero <= 1; ++zero) {
+        CELL_REFINE_SETTINGS_TYPE st;
+        st.x.lambda = 1.540593;
+        st.refine_zero = zero == 1;
+        CELL_REFINE_RESULT_TYPE r;
+        ASSERT_TRUE(Refine_Cell(peak_file("lab6_d500_peaks.aps"), lab6, group("P m -3 m"), st, r)) << r.message;
+        const auto fit = reference("lab6_refine", "zero=" + std::to_string(zero));
+        EXPECT_NEAR(r.cell[0], num(fit, "a"), 2e-6);
+        EXPECT_NEAR(r.cell_std[0], num(fit, "a_std"), 1e-3 * num(fit, "a_std"));
+        EXPECT_EQ(r.n_used, 24);
+        // NIST SRM 660a (LaB6) certifies a = 0.41569 nm
+        EXPECT_NEAR(r.cell[0], 4.1569, 0.001);
     }
 }
 

@@ -43,6 +43,7 @@ const std::map<std::string, int> kExpected = {
     {"patterns/empyrean.xrdml", 12},            // XRDML 1.5
     {"patterns/experiment_polarized.xye", 9},   // five columns
     {"patterns/hrpt.xye", 9},                   // xye, one "#" line
+    {"patterns/LaB6_d500_si_psd.xye", 9},       // xye, no head, TABs and CR LF
     {"patterns/pesa.txt", 9},                   // CR-only lines, tabs
     {"patterns/simpack_xrd_AlGaAs.xrdml", 12},  // BOM, CRLF
     {"patterns/test.jdx", 12},                  // JCAMP-DX peak table

@@ -59,6 +59,20 @@ def figures(obs, cell, sgname, lam, tol=0.05):
     return out
 
 
+def refine(tag, obs, m, a0, lam):
+    """The cubic edge from the lines of h^2+k^2+l^2 = m, without and with a zero shift."""
+    for zero in (False, True):
+        def res(p):
+            return obs - (tth(m / p[0] ** 2, lam) + (p[1] if zero else 0))
+        p0 = [a0, 0.0] if zero else [a0]
+        r = least_squares(res, p0, xtol=1e-15, ftol=1e-15, gtol=1e-15)
+        j = r.jac
+        chi2 = np.sum(r.fun ** 2) / (len(obs) - len(p0))
+        cov = np.linalg.inv(j.T @ j) * chi2
+        extra = f" zero={r.x[1]:.7f} zero_std={math.sqrt(cov[1, 1]):.7f}" if zero else ""
+        print(f"{tag}_refine zero={int(zero)} a={r.x[0]:.7f} a_std={math.sqrt(cov[0, 0]):.7f}{extra} chi2={chi2:.6e}")
+
+
 print(f"# figures of merit and refinements, gemmi {gemmi.__version__}, numpy {np.__version__}")
 
 # 1. CeO2 (Fm-3m), the peaks the automatic search finds in
@@ -73,17 +87,7 @@ allowed = sorted({h * h + k * k + l * l for h in range(12) for k in range(12) fo
 m = []
 for t in obs:
     m.append(min(allowed, key=lambda s: abs(tth(s / 5.411 ** 2, lam) - t)))
-m = np.array(m, float)
-for zero in (False, True):
-    def res(p):
-        return obs - (tth(m / p[0] ** 2, lam) + (p[1] if zero else 0))
-    p0 = [5.411, 0.0] if zero else [5.411]
-    r = least_squares(res, p0, xtol=1e-15, ftol=1e-15, gtol=1e-15)
-    j = r.jac
-    chi2 = np.sum(r.fun ** 2) / (len(obs) - len(p0))
-    cov = np.linalg.inv(j.T @ j) * chi2
-    extra = f" zero={r.x[1]:.7f} zero_std={math.sqrt(cov[1, 1]):.7f}" if zero else ""
-    print(f"ceo2_refine zero={int(zero)} a={r.x[0]:.7f} a_std={math.sqrt(cov[0, 0]):.7f}{extra} chi2={chi2:.6e}")
+refine("ceo2", obs, np.array(m, float), 5.411, lam)
 
 # 2. An orthorhombic trial: PbSO4 (P n m a, a = 8.482, b = 5.398, c = 6.958 A) at 1.5406 A,
 # its 25 first distinct lines moved by fixed errors of up to 0.012 degree.
@@ -94,3 +98,13 @@ obs = np.round(tth(qc[:25], lam) + 0.012 * np.sin(1.7 * np.arange(1, 26)), 5)
 print("pbso4_peaks " + " ".join(f"{t:.5f}" for t in obs))
 f = figures(obs, cell, "P n m a", lam)
 print(f"pbso4_figures N={f['n']} M20={f['m20']:.4f} N20={f['n20']} F={f['fn']:.4f} delta={f['fn_delta']:.6f} N_poss={f['n_poss']} unexplained={f['unexplained']}")
+
+# 3. LaB6 (P m -3 m), the 24 peaks the automatic search with the Cu doublet filter finds between
+# 15 and 150 degrees in tests/data/patterns/LaB6_d500_si_psd.xye
+# (tests/data/peaks/lab6_d500_peaks.aps), Cu K-alpha1 1.540593 A: a real standard with M(20).
+lam = 1.540593
+obs = np.array([float(l.split()[0]) for l in open("tests/data/peaks/lab6_d500_peaks.aps") if not l.startswith("!")])
+f = figures(obs, gemmi.UnitCell(4.1569, 4.1569, 4.1569, 90, 90, 90), "P m -3 m", lam)
+print(f"lab6_figures a=4.1569 N={f['n']} M20={f['m20']:.4f} N20={f['n20']} F={f['fn']:.4f} delta={f['fn_delta']:.6f} N_poss={f['n_poss']} unexplained={f['unexplained']}")
+m = np.array([min(range(1, 30), key=lambda s: abs(tth(s / 4.1569 ** 2, lam) - t)) for t in obs], float)
+refine("lab6", obs, m, 4.1569, lam)
