@@ -157,8 +157,8 @@ TEST_F(HklGen, BadInputGivesItsTextAndKeepsTheTicks) {
 }
 
 // The zero values and the edges the first test leaves out: a wavelength of 0, an edge of 0, a
-// slider that flattens the cell, a window that starts at 0. Each says so and leaves the cell,
-// the list and its ticks as they were.
+// slider that flattens the cell, "Change" to a blank or unknown group or a zero wavelength, a
+// window that starts at 0. Each says so and leaves the cell, the list and its ticks as they were.
 TEST_F(HklGen, ZeroWavelengthZeroEdgeFlatCellAndWindowAtZero) {
     run(open_and_setup("F m -3 m", "0") + "dump " + at("d0.txt") + "\n");
     ASSERT_EQ(status, 0) << out << err;
@@ -173,6 +173,11 @@ TEST_F(HklGen, ZeroWavelengthZeroEdgeFlatCellAndWindowAtZero) {
                           "dialog 156 set 1611 0\nbutton 156 1611\nhklgen " + at("h2.txt") + "\n" +
                           "dialog 156 set 1606 400\nbutton 156 1606\nhklgen " + at("h3.txt") + "\npicture 0 " +
                           at("p3.png") + "\n" +
+                          // "Change" to a blank and to an unknown group, and to a zero wavelength
+                          "dialog 155 set 1551 \" \"\ndialog 155 press 1\nbutton 156 1631\n" +
+                          "dialog 155 set 1551 Q q 9 z\ndialog 155 press 1\nbutton 156 1631\n" +
+                          "dialog 155 set 1551 P 1\ndialog 155 set 1552 0\ndialog 155 press 1\nbutton 156 1631\n" +
+                          "hklgen " + at("h35.txt") + "\n" +
                           // the band from x = 0 to 5 degrees: s runs from 0
                           "mouse press 1 0 8000\nmouse move 1 3 4000\nmouse release 1 5 0\ndump " + at("d4.txt") +
                           "\nhklgen " + at("h4.txt") + "\n";
@@ -185,6 +190,10 @@ TEST_F(HklGen, ZeroWavelengthZeroEdgeFlatCellAndWindowAtZero) {
     // the edge of 0 and the flat cell: the cell, the list and the ticks are those of h1
     EXPECT_EQ(file("h2.txt"), h1);
     EXPECT_EQ(file("h3.txt"), h1);
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Empty SPGR field"), 1) << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 |  Problems in SpaceGroup"), 1) << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Bad wavelength"), 1) << out;
+    EXPECT_EQ(file("h35.txt"), h1);
     const QImage p1(QString::fromStdString(at("p1.png"))), p3(QString::fromStdString(at("p3.png")));
     ASSERT_FALSE(p1.isNull());
     EXPECT_TRUE(p1 == p3);
