@@ -1,6 +1,5 @@
 // zendrite-batch render: loads files as the File menu does and writes the picture the
 // main window would show, drawn on the file's own device.
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -57,16 +56,18 @@ struct RENDER_ARGS {
     bool log = false;
 };
 
-// WxH in pixels, or WxHmm in millimetres.
+// WxH in pixels, or WxHmm in millimetres; plain decimal numbers only.
 bool size_option(const std::string& text, PICTURE_OPTIONS& o) {
     std::string t = text;
     const bool mm = t.size() > 2 && t.substr(t.size() - 2) == "mm";
     if (mm) t.resize(t.size() - 2);
-    double w = 0, h = 0;
-    char x = 0, extra = 0;
-    if (std::sscanf(t.c_str(), "%lf%c%lf%c", &w, &x, &h, &extra) != 3 || (x != 'x' && x != 'X')) return false;
-    o.width = w, o.height = h, o.pixels = !mm;
-    return true;
+    const std::size_t x = t.find_first_of("xX");
+    if (x == std::string::npos || t.find_first_not_of("0123456789.xX") != std::string::npos) return false;
+    int e1 = 0, e2 = 0;
+    o.width = IStringToReal(t.substr(0, x), e1);
+    o.height = IStringToReal(t.substr(x + 1), e2);
+    o.pixels = !mm;
+    return e1 == 0 && e2 == 0 && x > 0 && x + 1 < t.size();
 }
 
 // 0 when the arguments are good; else the exit status, with the message on `err`.

@@ -109,8 +109,14 @@ void Vector_Engine::updateState(const QPaintEngineState& s) {
     }
 }
 
-void Vector_Engine::stroke(const QPolygonF& pts, bool closed) {
-    if (pen_.style() == Qt::NoPen || pts.size() < 2) return;
+void Vector_Engine::stroke(const QPolygonF& given, bool closed) {
+    if (pen_.style() == Qt::NoPen || given.size() < 2) return;
+    // A reduced curve repeats a point where a pixel column holds one: the file needs it once.
+    QPolygonF pts;
+    pts.reserve(given.size());
+    for (const QPointF& q : given)
+        if (pts.isEmpty() || pts.last() != q) pts << q;
+    if (pts.size() < 2) pts << given.last();
     // Widths scale with the painter as the lines would; a cosmetic pen is one pixel.
     const double scale = std::sqrt(std::fabs(matrix_.determinant()));
     const double width = pen_.isCosmetic() ? 1.0 : std::max(pen_.widthF(), 1.0) * (scale > 0 ? scale : 1.0);
