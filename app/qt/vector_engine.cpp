@@ -4,6 +4,7 @@
 #include <QTextItem>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "app/qt/picture_devices.h"
 
@@ -145,8 +146,35 @@ void Vector_Engine::stroke(const QPolygonF& given, bool closed) {
     if (run.size() >= 2) writer_->Stroke(run, false, colour, width);
 }
 
+// Hatch lines across an upright rectangle, as the screen's brush draws them; false for
+// another brush or shape, which is filled plain.
+bool Vector_Engine::hatch(const QPolygonF& pts) {
+    const Qt::BrushStyle b = brush_.style();
+    const bool rising = b == Qt::BDiagPattern || b == Qt::DiagCrossPattern, falling = b == Qt::FDiagPattern || b == Qt::DiagCrossPattern;
+    const bool level = b == Qt::HorPattern || b == Qt::CrossPattern, upright = b == Qt::VerPattern || b == Qt::CrossPattern;
+    if (!(rising || falling || level || upright) || pts.size() != 4) return false;
+    const QRectF r = pts.boundingRect();
+    for (const QPointF& q : pts)
+        if ((q.x() != r.left() && q.x() != r.right()) || (q.y() != r.top() && q.y() != r.bottom())) return false;
+    QRectF area = clipping_ ? r.intersected(clip_) : r;
+    if (area.isEmpty()) return true;
+    const double step = 8.0 * dpi_ / 96.0;  // the screen's hatch spacing, in pixels of this device
+    std::vector<std::pair<QPointF, QPointF>> lines;
+    const double span = area.width() + area.height();
+    for (double d = 0; d <= span; d += step) {
+        if (level && d <= area.height()) lines.push_back({{area.left(), area.top() + d}, {area.right(), area.top() + d}});
+        if (upright && d <= area.width()) lines.push_back({{area.left() + d, area.top()}, {area.left() + d, area.bottom()}});
+        if (rising) lines.push_back({{area.left() + d - area.height(), area.bottom()}, {area.left() + d, area.top()}});
+        if (falling) lines.push_back({{area.left() + d - area.height(), area.top()}, {area.left() + d, area.bottom()}});
+    }
+    const double width = std::max(1.0, dpi_ / 96.0);
+    for (auto [a, c] : lines)
+        if (clip_segment(area, a, c)) writer_->Stroke(QPolygonF({a, c}), false, brush_.color(), width);
+    return true;
+}
+
 void Vector_Engine::fill(const QPolygonF& pts) {
-    if (brush_.style() == Qt::NoBrush || pts.size() < 3) return;
+    if (brush_.style() == Qt::NoBrush || pts.size() < 3 || hatch(pts)) return;
     const QPolygonF p = clipping_ ? clip_polygon(pts, clip_) : pts;
     if (p.size() >= 3) writer_->Fill(p, brush_.color());
 }

@@ -54,6 +54,7 @@ public:
 private:
     void stroke(const QPolygonF& device_points, bool closed);
     void fill(const QPolygonF& device_points);
+    bool hatch(const QPolygonF& device_points);
     std::unique_ptr<Vector_Writer> writer_;
     QIODevice* out_;
     int width_, height_, dpi_;

@@ -227,7 +227,10 @@ TEST_F(Export, EveryFormatReadBackByAnIndependentReader) {
     std::string s = five_points("shown.png");
     for (const char* f : {"a.tif", "a.jpg", "a.bmp", "a.svg", "a.pdf", "a.eps", "a.ps", "a.emf", "a.plt", "a.dxf"})
         s += "export 0 " + at(f) + "\n";
-    s += "export 0 " + at("fine.tif") + " 50 40 600\nquit\n";
+    s += "export 0 " + at("fine.tif") + " 50 40 600\n";
+    // Grey levels on white, from the options dialog.
+    s += "files " + at("grey.png") + "\ndialog \"Picture options\" radio 16\ndialog \"Picture options\" radio 17\n"
+         "dialog \"Picture options\" press 1\nmenu 40044\nquit\n";
     ASSERT_EQ(run(s), 0) << err;
     const int w = 472, h = 315;  // 120 x 80 mm at 100 dpi
     const QImage png(QString::fromStdString(at("shown.png")));
@@ -246,6 +249,16 @@ TEST_F(Export, EveryFormatReadBackByAnIndependentReader) {
     EXPECT_EQ(fine.height(), 945);
     EXPECT_NEAR(fine.dotsPerMeterX() * 0.0254, 600, 0.5);
     EXPECT_GT(red(fine).right, red(fine).left) << "the curve is drawn at 600 dpi";
+
+    const QImage grey(QString::fromStdString(at("grey.png")));
+    ASSERT_EQ(grey.size(), png.size());
+    int coloured = 0;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) coloured += qRed(grey.pixel(x, y)) != qGreen(grey.pixel(x, y)) || qGreen(grey.pixel(x, y)) != qBlue(grey.pixel(x, y));
+    EXPECT_EQ(coloured, 0);
+    EXPECT_EQ(grey.pixel(2, 2), qRgb(255, 255, 255));
+    EXPECT_EQ(grey.pixel(w / 2, h / 3), qRgb(255, 255, 255)) << "the zone is white too";
+    EXPECT_NE(png.pixel(2, 2), qRgb(255, 255, 255)) << "the window's background";
 
     // The zone and the curve of the PNG sit where the layout puts them.
     const BOX z = zone(png), c = red(png);
@@ -410,6 +423,25 @@ TEST_F(Export, PrintOntoAPdfPrinter) {
     // The picture keeps its proportions, 120 : 80, on the page.
     EXPECT_NEAR(static_cast<double>(z.right - z.left) / (z.bottom - z.top), 1.5, 0.05);
     EXPECT_EQ(out.find("MESSAGE Zendrite-2006"), std::string::npos) << out;
+}
+
+TEST_F(Export, QuickViewPictureDrawnAgainIntoAFile) {
+    fs::create_directories(home / "series");
+    fs::copy_file(ZD_TEST_DATA "/gui/two_phase.prf", home / "series" / "two_phase.prf");
+    std::string s = "menu 40030\ndir " + at("series") + "\nqv dir\n";
+    s += "qv picture " + at("qv_before.png") + "\n";
+    s += "export 1001 " + at("qv.pdf") + " 100 60 100\n";
+    s += "qv picture " + at("qv_after.png") + "\nquit\n";
+    ASSERT_EQ(run(s), 0) << err;
+    EXPECT_EQ(out.find("MESSAGE Zendrite-2006"), std::string::npos) << out;
+    const QImage page = pdftoppm("qv.pdf", 100);
+    EXPECT_NEAR(page.width(), 394, 1);  // 100 x 60 mm at 100 dpi
+    EXPECT_NEAR(page.height(), 236, 1);
+    const BOX c = red(page);
+    EXPECT_GT(c.right - c.left, page.width() / 3) << "the profile of the Quick View";
+    const QImage before(QString::fromStdString(at("qv_before.png"))), after(QString::fromStdString(at("qv_after.png")));
+    EXPECT_FALSE(before.isNull());
+    EXPECT_EQ(before, after);
 }
 
 TEST_F(Export, BatchRenderWritesTheWholePageOrSaysWhyNot) {
