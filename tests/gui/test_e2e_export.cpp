@@ -363,6 +363,23 @@ TEST_F(Export, BadRequestsLeaveNoFileAndTheWindowAsItWas) {
     EXPECT_EQ(before, after);
 }
 
+// Kept options that cannot be used (out of bounds, or not read whole) give way to the defaults:
+// 160 x 107 mm at 300 dpi.
+TEST_F(Export, UnusableKeptOptionsGiveTheDefaults) {
+    fs::create_directories(home / ".zdp");
+    std::ofstream(home / ".zdp" / "zendrite.picture") << "5000 5000 0 300 0 1 1 1\n";
+    std::ofstream(home / "five.xy") << "1 10\n2 30\n3 20\n4 40\n5 10\n";
+    std::string s = "files " + at("five.xy") + "\nmenu 40014\nexport 0 " + at("a.png") + "\n";
+    ASSERT_EQ(run(s + "quit\n"), 0) << err;
+    std::ofstream(home / ".zdp" / "zendrite.picture") << "120 80 0";
+    ASSERT_EQ(run("files " + at("five.xy") + "\nmenu 40014\nexport 0 " + at("b.png") + "\nquit\n"), 0) << err;
+    for (const char* f : {"a.png", "b.png"}) {
+        const QImage img(QString::fromStdString(at(f)));
+        EXPECT_EQ(img.width(), 1890) << f;
+        EXPECT_EQ(img.height(), 1264) << f;
+    }
+}
+
 TEST_F(Export, RietveldPlotOfThreePatternsAsSvgAndPdfPictures) {
     fs::copy_file(ZD_TEST_DATA "/gui/two_phase.prf", home / "two_phase.prf");
     std::string s = "files " + at("two_phase.prf") + "\nmenu 40016\nmenu 40102\nmenu 40102\n";
