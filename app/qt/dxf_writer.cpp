@@ -36,7 +36,7 @@ public:
         w_ = width * k_, h_ = height * k_;
         height_ = height;
     }
-    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double) override {
+    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double, int) override {
         polyline(line, closed, colour, "0");
     }
     void Fill(const QPolygonF& polygon, const QColor& colour) override { polyline(polygon, true, colour, "FILLED"); }

@@ -2,6 +2,7 @@
 // one brush and one font object, made again when they change.
 #include <QByteArray>
 #include <QFontMetricsF>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -69,8 +70,8 @@ public:
         add(Record(kSetBkMode).u32(1));          // transparent behind texts
         add(Record(kSetTextAlign).u32(24));      // the point is on the base line, at the left
     }
-    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width) override {
-        pen(colour, std::max(1L, std::lround(width)));
+    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width, int dash) override {
+        pen(colour, std::max(1L, std::lround(width)), dash);
         select_brush(false);
         points(closed ? kPolygon : kPolyline, line);
     }
@@ -149,8 +150,11 @@ private:
         add(Record(kSelectObject).u32(ours ? kBrush : kNullBrush));
         brush_selected_ = ours;
     }
-    void pen(const QColor& c, long width) {
-        if (has_pen_ && colorref(c) == pen_colour_ && width == pen_width_) {
+    // Pen styles PS_SOLID 0, PS_DASH 1, PS_DOT 2, PS_DASHDOT 3, PS_DASHDOTDOT 4.
+    void pen(const QColor& c, long width, int dash) {
+        static const std::uint32_t styles[5] = {0, 2, 1, 3, 4};
+        const std::uint32_t style = styles[std::clamp(dash, 0, 4)];
+        if (has_pen_ && colorref(c) == pen_colour_ && width == pen_width_ && style == pen_style_) {
             select_pen(true);
             return;
         }
@@ -158,8 +162,8 @@ private:
             add(Record(kSelectObject).u32(kBlackPen));
             add(Record(kDeleteObject).u32(kPen));
         }
-        pen_colour_ = colorref(c), pen_width_ = width, has_pen_ = true;
-        add(Record(kCreatePen).u32(kPen).u32(0).i32(static_cast<std::int32_t>(width)).i32(0).u32(pen_colour_));
+        pen_colour_ = colorref(c), pen_width_ = width, pen_style_ = style, has_pen_ = true;
+        add(Record(kCreatePen).u32(kPen).u32(style).i32(static_cast<std::int32_t>(width)).i32(0).u32(pen_colour_));
         pen_selected_ = false;
         select_pen(true);
     }
@@ -197,7 +201,7 @@ private:
     std::uint32_t records_ = 0;
     QByteArray body_;
     bool has_pen_ = false, has_brush_ = false, has_font_ = false, pen_selected_ = false, brush_selected_ = false;
-    std::uint32_t pen_colour_ = 0, brush_colour_ = 0, text_colour_ = 0xFFFFFFFF;
+    std::uint32_t pen_colour_ = 0, pen_style_ = 0, brush_colour_ = 0, text_colour_ = 0xFFFFFFFF;
     long pen_width_ = 0;
     int font_key_ = 0;
 };

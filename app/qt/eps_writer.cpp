@@ -1,7 +1,10 @@
 // Encapsulated PostScript and PostScript: one page the size of the picture, in points.
 #include <QByteArray>
 #include <cmath>
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <string>
 
 #include "app/qt/vector_engine.h"
 
@@ -17,11 +20,25 @@ public:
         w_ = width * k_, h_ = height * k_;
         height_ = height;
     }
-    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width) override {
+    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width, int dash) override {
         set_colour(colour);
         if (width * k_ != line_width_) {
             line_width_ = width * k_;
             put("%.3f setlinewidth\n", line_width_);
+            dash_ = -1;  // the pattern follows the width
+        }
+        if (dash != dash_) {
+            // The painter's patterns, in line widths: dash 4 gap 2, dot 1 gap 2.
+            static const char* patterns[5] = {"", "1 2", "4 2", "4 2 1 2", "4 2 1 2 1 2"};
+            body_ += "[";
+            std::string pattern = patterns[std::clamp(dash, 0, 4)];
+            for (std::size_t at = 0; at < pattern.size();) {
+                const std::size_t end = pattern.find(' ', at);
+                put("%.3f ", std::atof(pattern.substr(at, end - at).c_str()) * std::max(line_width_, 0.1));
+                at = end == std::string::npos ? pattern.size() : end + 1;
+            }
+            body_ += "] 0 setdash\n";
+            dash_ = dash;
         }
         // Paths are cut at 1000 points, a limit of some interpreters.
         for (int from = 0; from + 1 < line.size(); from += 999) {
@@ -116,6 +133,7 @@ private:
     }
     bool eps_;
     double k_ = 1, w_ = 0, h_ = 0, height_ = 0, line_width_ = -1;
+    int dash_ = 0;
     QRgb colour_ = 0;  // no colour has alpha 0: the first one is always written
     QByteArray body_;
 };

@@ -1,5 +1,6 @@
 // HP-GL/2 for plotters: plotter units of 0.025 mm, Y up, a pen for each colour.
 #include <QByteArray>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <map>
@@ -17,8 +18,14 @@ public:
         mm_ = 25.4 / dpi;
         height_ = height;
     }
-    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width) override {
+    void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width, int dash) override {
         pen(colour, width);
+        if (dash != dash_) {
+            // Fixed line types of 4 mm: dotted, dashed, dash-dot, dash-dot-dot.
+            static const char* types[5] = {"LT;", "LT1,4,1;", "LT2,4,1;", "LT4,4,1;", "LT6,4,1;"};
+            body_ += types[std::clamp(dash, 0, 4)];
+            dash_ = dash;
+        }
         QPolygonF p = line;
         if (closed) p << line.first();
         point("PU", p[0]);
@@ -94,7 +101,7 @@ private:
         body_ += ";";
     }
     double k_ = 1, mm_ = 1, height_ = 0, width_ = -1;
-    int current_ = 0;
+    int current_ = 0, dash_ = 0;
     std::map<QRgb, int> pens_;
     QByteArray body_;
 };

@@ -122,8 +122,10 @@ void Vector_Engine::stroke(const QPolygonF& given, bool closed) {
     const double scale = std::sqrt(std::fabs(matrix_.determinant()));
     const double width = pen_.isCosmetic() ? 1.0 : std::max(pen_.widthF(), 1.0) * (scale > 0 ? scale : 1.0);
     const QColor colour = pen_.color();
+    const Qt::PenStyle st = pen_.style();
+    const int dash = st == Qt::DotLine ? 1 : st == Qt::DashLine ? 2 : st == Qt::DashDotLine ? 3 : st == Qt::DashDotDotLine ? 4 : 0;
     if (!clipping_) {
-        writer_->Stroke(pts, closed, colour, width);
+        writer_->Stroke(pts, closed, colour, width, dash);
         return;
     }
     QPolygonF all = pts;
@@ -132,18 +134,18 @@ void Vector_Engine::stroke(const QPolygonF& given, bool closed) {
     for (int i = 1; i < all.size(); ++i) {
         QPointF a = all[i - 1], b = all[i];
         if (!clip_segment(clip_, a, b)) {
-            if (run.size() >= 2) writer_->Stroke(run, false, colour, width);
+            if (run.size() >= 2) writer_->Stroke(run, false, colour, width, dash);
             run.clear();
             continue;
         }
         if (run.isEmpty() || run.last() != a) {
-            if (run.size() >= 2) writer_->Stroke(run, false, colour, width);
+            if (run.size() >= 2) writer_->Stroke(run, false, colour, width, dash);
             run.clear();
             run << a;
         }
         run << b;
     }
-    if (run.size() >= 2) writer_->Stroke(run, false, colour, width);
+    if (run.size() >= 2) writer_->Stroke(run, false, colour, width, dash);
 }
 
 // Hatch lines across an upright rectangle, as the screen's brush draws them; false for
@@ -169,7 +171,7 @@ bool Vector_Engine::hatch(const QPolygonF& pts) {
     }
     const double width = std::max(1.0, dpi_ / 96.0);
     for (auto [a, c] : lines)
-        if (clip_segment(area, a, c)) writer_->Stroke(QPolygonF({a, c}), false, brush_.color(), width);
+        if (clip_segment(area, a, c)) writer_->Stroke(QPolygonF({a, c}), false, brush_.color(), width, 0);
     return true;
 }
 

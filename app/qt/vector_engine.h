@@ -29,7 +29,8 @@ public:
     virtual ~Vector_Writer() = default;
     // Called once before anything is drawn, with the device's size in pixels and its resolution.
     virtual void Begin(double width, double height, int dpi) = 0;
-    virtual void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width) = 0;
+    // dash: 0 solid, 1 dotted, 2 dashed, 3 dash-dot, 4 dash-dot-dot.
+    virtual void Stroke(const QPolygonF& line, bool closed, const QColor& colour, double width, int dash) = 0;
     virtual void Fill(const QPolygonF& polygon, const QColor& colour) = 0;
     virtual void Text(const VECTOR_TEXT& t) = 0;
     // The whole file; false when it cannot be written.

@@ -4,9 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QFile>
+#include <QImage>
 #include <QGuiApplication>
 #include <QPainter>
 #include <cmath>
+#include <cstdlib>
 #include <vector>
 
 #include "app/qt/vector_engine.h"
@@ -20,6 +23,7 @@ struct STROKE {
     bool closed;
     QColor colour;
     double width;
+    int dash;
 };
 
 // Keeps what it is given, for the test to look at after the painter has ended.
@@ -34,7 +38,9 @@ class Recorder : public Vector_Writer {
 public:
     explicit Recorder(LOG& log) : log_(log) {}
     void Begin(double, double, int) override { log_.begun = true; }
-    void Stroke(const QPolygonF& l, bool c, const QColor& colour, double w) override { log_.strokes.push_back({l, c, colour, w}); }
+    void Stroke(const QPolygonF& l, bool c, const QColor& colour, double w, int dash) override {
+        log_.strokes.push_back({l, c, colour, w, dash});
+    }
     void Fill(const QPolygonF& p, const QColor&) override { log_.fills.push_back(p); }
     void Text(const VECTOR_TEXT& t) override { log_.texts.push_back(t); }
     bool End(QIODevice&) override { return log_.ended = true; }
@@ -85,8 +91,8 @@ TEST(VectorEngine, ClipsTransformsAndMeasuresAsWorkedByHand) {
         p.setPen(Qt::NoPen);
         p.drawPolygon(QPolygonF({{-10, 30}, {30, 30}, {30, 70}, {-10, 70}}));
         p.setClipping(false);
-        // A line from a painter scaled by 2 and moved: ends and width follow.
-        p.setPen(QPen(Qt::black, 1.5));
+        // A dashed line from a painter scaled by 2 and moved: ends and width follow.
+        p.setPen(QPen(Qt::black, 1.5, Qt::DashLine));
         p.translate(100, 100);
         p.scale(2, 2);
         p.drawLine(QPointF(0, 0), QPointF(10, 5));
@@ -121,6 +127,8 @@ TEST(VectorEngine, ClipsTransformsAndMeasuresAsWorkedByHand) {
     EXPECT_EQ(scaled.line[0], QPointF(100, 100));
     EXPECT_EQ(scaled.line[1], QPointF(120, 110));
     EXPECT_DOUBLE_EQ(scaled.width, 3);
+    EXPECT_EQ(scaled.dash, 2);
+    EXPECT_EQ(level.dash, 0);
     ASSERT_EQ(log.texts.size(), 1u);
     EXPECT_EQ(log.texts[0].text, QString("2theta"));
     EXPECT_NEAR(log.texts[0].angle, 90, 1e-9);
@@ -173,6 +181,55 @@ TEST(VectorEngine, HatchedRectanglesKeepTheirLinesAndOtherShapesFillPlain) {
     }
     ASSERT_EQ(log.fills.size(), 1u);
     EXPECT_NEAR(area(log.fills[0]), 50.0 * 50 / 2, 1e-9);
+}
+
+}  // namespace
+
+namespace {
+
+// The PostScript writer's own prolog, dash patterns and Latin-1 texts, run by Ghostscript.
+TEST(VectorEngine, EpsWithDashesAndLatinTextRunsInGhostscript) {
+    DRAWN d;
+    QBuffer eps;
+    eps.open(QIODevice::WriteOnly);
+    {
+        zendrite::qt::Vector_Paint_Device dev(zendrite::qt::Eps_Writer(true), &eps, 300, 100, 72);
+        QPainter p(&dev);
+        p.setPen(QPen(Qt::black, 2, Qt::DashLine));
+        p.drawLine(QPointF(10, 30), QPointF(290, 30));
+        p.setPen(QPen(Qt::black, 2));
+        p.drawLine(QPointF(10, 60), QPointF(290, 60));
+        QFont f("Sans Serif");
+        f.setPixelSize(14);
+        p.setFont(f);
+        p.drawText(QPointF(10, 90), QString::fromUtf8("d (\u00c5) (1)\\"));
+    }
+    const std::string dir = ::testing::TempDir();
+    const std::string file = dir + "/dashes.eps", png = dir + "/dashes.png";
+    {
+        QFile out(QString::fromStdString(file));
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(eps.data());
+    }
+    EXPECT_TRUE(eps.data().contains("(d \\(\\305\\) \\(1\\)\\\\) show"));
+    const std::string cmd = "gs -q -dSAFER -dBATCH -dNOPAUSE -dEPSCrop -sDEVICE=pnggray -r72 -sOutputFile='" + png + "' '" +
+                            file + "' 2>&1";
+    ASSERT_EQ(std::system(cmd.c_str()), 0);
+    const QImage img(QString::fromStdString(png));
+    ASSERT_EQ(img.size(), QSize(300, 100));
+    // Along the dashed line, dark runs of 8 points and gaps of 4; the solid line has none.
+    auto runs = [&img](int y) {
+        int n = 0;
+        bool dark = false;
+        for (int x = 20; x < 280; ++x) {
+            const bool now = qGray(img.pixel(x, y)) < 128;
+            n += now && !dark;
+            dark = now;
+        }
+        return n;
+    };
+    EXPECT_NEAR(runs(30), 260 / 12, 2);
+    EXPECT_EQ(runs(60), 1);
 }
 
 }  // namespace
