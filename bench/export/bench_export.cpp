@@ -3,6 +3,7 @@
 // 2000 patterns of 5000 points to PDF under 3 s. The size of the file is the counter "bytes".
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -25,6 +26,10 @@ void run(benchmark::State& state, int profiles, int points, const std::string& f
     std::error_code ec;
     state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(file, ec));
     state.counters["points"] = static_cast<double>(profiles) * points;
+    // ZD_BENCH_KEEP names a folder where the files stay, to be looked at.
+    if (const char* keep = std::getenv("ZD_BENCH_KEEP"))
+        std::filesystem::copy_file(file, std::filesystem::path(keep) / file.filename(),
+                                   std::filesystem::copy_options::overwrite_existing, ec);
     std::filesystem::remove(file, ec);
 }
 
