@@ -152,7 +152,9 @@ bool WPictureExport(const std::string& file, const PICTURE_OPTIONS& o, const std
         QImageWriter w(&out, format == "jpg" ? "jpeg" : format == "tif" ? "tiff" : format.c_str());
         if (format == "jpg") w.setQuality(95);
         written = w.write(img);
-        if (!written) message = "Unable to write " + file + ": " + S(w.errorString());
+        // A full disk shows in the file's own error; the writer's text says less.
+        if (!written)
+            message = "Unable to write " + file + ": " + S(out.error() != QFileDevice::NoError ? out.errorString() : w.errorString());
     } else if (format == "svg") {
         QSvgGenerator svg;
         svg.setOutputDevice(&out);

@@ -365,6 +365,23 @@ TEST_F(Export, BadRequestsLeaveNoFileAndTheWindowAsItWas) {
 
 // Kept options that cannot be used (out of bounds, or not read whole) give way to the defaults:
 // 160 x 107 mm at 300 dpi.
+// A disk that fills up (here a limit on the size of files, its signal ignored) leaves no part of the file.
+TEST_F(Export, FullDiskLeavesNoPartOfTheFile) {
+    std::string s = five_points("first.png");
+    s += "export 0 " + at("big.tif") + " 100 100 1200\nexport 0 " + at("small.pdf") + " 100 100 300\nquit\n";
+    std::ofstream(home / "script.txt") << s;
+    const std::string h = home.string();
+    const std::string cmd = "cd '" + h + "' && trap '' XFSZ && ulimit -f 2000 && HOME='" + h +
+                            "' QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN "' --script '" + h + "/script.txt' > out.txt 2> err.txt";
+    ASSERT_EQ(std::system(("bash -c \"" + cmd + "\"").c_str()), 0);
+    out = read(home / "out.txt");
+    EXPECT_NE(out.find("Unable to write " + at("big.tif") + ": "), std::string::npos) << out;
+    EXPECT_FALSE(fs::exists(home / "big.tif"));
+    for (const auto& e : fs::directory_iterator(home))
+        EXPECT_EQ(e.path().filename().string().find("big.tif"), std::string::npos) << e.path();
+    EXPECT_TRUE(fs::exists(home / "small.pdf")) << "a file that fits is written";
+}
+
 TEST_F(Export, UnusableKeptOptionsGiveTheDefaults) {
     fs::create_directories(home / ".zdp");
     std::ofstream(home / ".zdp" / "zendrite.picture") << "5000 5000 0 300 0 1 1 1\n";
