@@ -282,6 +282,11 @@ TEST_F(Export, EveryFormatReadBackByAnIndependentReader) {
     const std::string svg_text = slurp(home / "a.svg");
     EXPECT_NE(svg_text.find("2theta"), std::string::npos) << "texts stay texts";
     EXPECT_EQ(svg_text.find("<image"), std::string::npos) << "no bitmap";
+    // The PDF's texts are texts, and it holds no picture.
+    ASSERT_EQ(std::system(("pdftotext '" + at("a.pdf") + "' '" + at("a.txt") + "'").c_str()), 0);
+    EXPECT_NE(slurp(home / "a.txt").find("2theta"), std::string::npos);
+    ASSERT_EQ(std::system(("pdfimages -list '" + at("a.pdf") + "' > '" + at("images.txt") + "'").c_str()), 0);
+    EXPECT_EQ(count(slurp(home / "images.txt"), "\n"), 2) << "only the heading of the list";
     for (const char* f : {"a.pdf", "a.eps", "a.ps"}) {
         const QImage g = ghostscript(f, 100);
         ASSERT_FALSE(g.isNull()) << f;
