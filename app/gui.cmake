@@ -1,10 +1,10 @@
 # The Qt program: presentation layer (zd_present), application (zd_app), and `zendrite`.
-find_package(Qt6 REQUIRED COMPONENTS Widgets Svg OpenGLWidgets)
+find_package(Qt6 REQUIRED COMPONENTS Widgets Svg OpenGLWidgets PrintSupport)
 
 file(GLOB present_srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/qt/*.cpp)
 add_library(zd_present STATIC ${present_srcs})
 target_include_directories(zd_present PUBLIC ${PROJECT_SOURCE_DIR})
-target_link_libraries(zd_present PUBLIC zd_support Qt6::Widgets PRIVATE zd_warnings)
+target_link_libraries(zd_present PUBLIC zd_support Qt6::Widgets PRIVATE Qt6::Svg Qt6::PrintSupport zd_warnings)
 
 file(GLOB app_srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/main/*.cpp)
 list(FILTER app_srcs EXCLUDE REGEX "/main/main\\.cpp$")
@@ -31,3 +31,9 @@ install(TARGETS zendrite RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/desktop/zendrite.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/desktop/zendrite-mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages
         RENAME zendrite.xml)
+
+# The verb render of zendrite-batch draws with the plot engine on the Qt layer, off-screen.
+if(zd_with_plot)
+  target_sources(zendrite-batch PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/batch/verb_render.cpp)
+  target_link_libraries(zendrite-batch PRIVATE zd_app)
+endif()

@@ -273,6 +273,35 @@ bool WPictureSave(int window, const std::string& file);
 // The pixel at (px, py) of the selected target, Y from the top, as WRGB.
 int IGrGetPixelRGB(int px, int py);
 
+// ---------------------------------------------------------------- pictures into files and printers
+// How a picture is written: its size (millimetres, or pixels when `pixels` is set), the
+// resolution of raster files (vector files reduce dense curves at it), grey levels for the
+// colours, white in place of the window's background, and factors on line widths and texts.
+struct PICTURE_OPTIONS {
+    double width = 160, height = 107;
+    bool pixels = false;
+    int dpi = 300;
+    bool grey = false, white = true;
+    double line_factor = 1, font_scale = 1;
+};
+// Formats by lower-case extension without the dot: raster png jpg jpeg bmp tif tiff; vector svg
+// pdf eps ps emf plt hpgl dxf. Empty when the extension names none.
+std::string Picture_Format(const std::string& file);
+// The size in pixels the options give; false with a message when they are out of bounds.
+bool Picture_Pixels(const PICTURE_OPTIONS& o, int& width, int& height, std::string& message);
+// Runs `draw` with every drawing operation painting on `file` (through a temporary file and a
+// rename; the windows' pictures stay as they were), WInfoWindow giving its size in pixels and
+// bitmap copies onto windows left out. False with a message when nothing was written.
+bool WPictureExport(const std::string& file, const PICTURE_OPTIONS& o, const std::function<void()>& draw,
+                    std::string& message);
+// Qt's print dialog (or, unattended, the printer file queued by WQueueFiles, as PDF), then the
+// picture drawn by `draw` scaled to the page; with `preview` the print preview comes first.
+// False with "Cancelled" when the user gave up, or with the reason.
+bool WPrintPicture(const PICTURE_OPTIONS& o, bool preview, const std::function<void()>& draw, std::string& message);
+// True while a picture is drawn into a file or a printer, and the options it is drawn with.
+bool WPictureExporting();
+const PICTURE_OPTIONS& WPictureExportOptions();
+
 // ---------------------------------------------------------------- presentation graphs
 inline constexpr int PgXY = 1, PgPolar = 2;
 void IPgArea(float left, float bottom, float right, float top);

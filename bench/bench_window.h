@@ -1,10 +1,13 @@
 #pragma once
 // The off-screen main window of the drawing benches: a picture of 1200 by 800
 // pixels below the status bar, opened once per program.
+#include <cmath>
 #include <cstdlib>
+#include <string>
 
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
+#include "graphics/plot.h"
 
 namespace zendrite {
 
@@ -21,6 +24,35 @@ inline void Start_Bench_Window(const char* program) {
     const int missing = 800 - WInfoWindow(2);
     if (missing > 0) WindowOpen(0, 0, 1200, 800 + missing, "bench");
     started = true;
+}
+
+// `profiles` made-up patterns of `points` points (peaks every 10 degrees over a ramp of
+// noise), shown together in the multi mode and drawn once.
+inline void Fill_Bench_Store(int profiles, int points) {
+    ZENDRITE_STORE& g = zendrite_param_global();
+    Reset_Store();
+    for (int k = 1; k <= profiles; ++k) {
+        DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
+        p.npts = points;
+        p.x.resize(points);
+        p.y.resize(points);
+        for (int i = 1; i <= points; ++i) {
+            const float x = 5.0f + 150.0f * static_cast<float>(i - 1) / static_cast<float>(points - 1);
+            p.x(i) = x;
+            p.y(i) = 100.0f + 10.0f * static_cast<float>(k % 50) + 900.0f * std::exp(-std::pow(std::fmod(x, 10.0f) - 5.0f, 2.0f) * 8.0f) +
+                     static_cast<float>((static_cast<long long>(i) * 7919) % 97);
+        }
+        p.xmin = p.x(1);  // the record's limits, as every reader sets them
+        p.xmax = p.x(points);
+        p.ymin = 100.0f;
+        p.ymax = 2200.0f;
+        p.scat_var = "2theta";
+        g.info[static_cast<std::size_t>(k)].prf_name = "bench_" + std::to_string(k) + ".dat";
+        g.info[static_cast<std::size_t>(k)].prf_type = "DATA";
+    }
+    g.nperfiles = profiles;
+    Enter_Multi_Mode(false);
+    Plot_ReMake();
 }
 
 }  // namespace zendrite

@@ -61,12 +61,17 @@ void Draw_Frame_And_Legend(int nperfiles) {
     if (s.legend.position != 1 && nperfiles < kLegendLimit) draw_legend(nperfiles);
 }
 
+bool White_Picture() { return WPictureExporting() && WPictureExportOptions().white; }
+
+int Picture_Background() { return White_Picture() ? WRGB(255, 255, 255) : Plot_Settings().background_colour; }
+
 void Paint_Plot_Zone() {
     const PLOT_SETTINGS& s = Plot_Settings();
     const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
-    IGrPaletteBackground(s.background_colour);
+    IGrPaletteBackground(Picture_Background());
     IGrAreaClear();
-    IGrColourN(s.zone_colour);
+    // A picture written with a white background has a white plot zone too.
+    IGrColourN(White_Picture() ? WRGB(255, 255, 255) : s.zone_colour);
     IGrFillPattern(3);
     IGrRectangle(s.zone_left * pw, s.zone_bottom * ph, s.zone_right * pw, s.zone_top * ph);
     IGrFillPattern(0);

@@ -27,6 +27,10 @@ void Apply_Text_Style(const TEXT_STYLE& t);
 std::string Plot_Title(int nperfiles);
 // Covers the Y numbers beside the band of the difference curve (below Y = 0).
 void Hide_Y_Scale_Beside_Band();
+// True while a picture is written into a file with a white background.
+bool White_Picture();
+// The colour of the picture's background: white for such a file, the setting otherwise.
+int Picture_Background();
 // The background of the picture and the plot zone in their colours.
 void Paint_Plot_Zone();
 // Widens a range of no width, which would make every conversion divide by zero.

@@ -59,7 +59,7 @@ void Hide_Y_Scale_Beside_Band() {
     float px = 0, py = 0;
     IPgXYToPage(0.0f, 0.0f, px, py);
     if (py <= s.zone_bottom * ph) return;
-    IGrColourN(s.background_colour);
+    IGrColourN(Picture_Background());
     IGrFillPattern(3);
     IGrRectangle(0.0f, s.zone_bottom * 0.9f * ph, s.zone_left * pw, py * 0.9f);
     IGrFillPattern(0);

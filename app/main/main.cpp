@@ -1,10 +1,11 @@
 // zendrite [file [width height]]
 // zendrite --script FILE [file [width height]]   driven by a script, without a display
-// zendrite --render OUT.png [file [width height]] writes the root window's picture and ends
+// zendrite --render OUT.png [file [width height]] writes the root window's picture (1200 x 800) and ends
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "app/main/picture_commands.h"
 #include "app/main/script.h"
 #include "app/main/render_check.h"
 #include "app/main/zendrite_app.h"
@@ -40,8 +41,12 @@ int main(int argc, char** argv) {
         const std::string file = args.empty() ? std::string() : args[0];
         WSetEventSource([render, file](WIN_MESSAGE& m) {
             if (!file.empty() && !Render_File_Loaded(file)) std::exit(1);
-            if (!WPictureSave(kRootWindow, render)) {
-                std::cerr << "Unable to write " << render << "\n";
+            // The whole page, drawn again at 1200 x 800 in the window's colours.
+            PICTURE_OPTIONS o;
+            o.width = 1200, o.height = 800, o.pixels = true, o.dpi = 96, o.white = false;
+            std::string message;
+            if (!Export_Window_Picture(kRootWindow, render, o, message)) {
+                std::cerr << message << "\n";
                 std::exit(1);
             }
             m = WIN_MESSAGE{};

@@ -18,6 +18,10 @@ void File_Reset(int item);
 void File_Recent(int item);
 void File_Exit(int item);
 
+// picture_commands.cpp: the root window's picture into a file or onto a printer
+void File_Save_Graphic(int item);
+void File_Print(int item);
+
 // view_menu.cpp
 void View_Window_Limits(int item);
 void View_Focus(int item);

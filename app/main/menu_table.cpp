@@ -24,6 +24,8 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40208, File_Result_Command},
             {40209, File_Result_Command},
             {40009, File_Result_Command},
+            {40044, File_Save_Graphic},
+            {40122, File_Print},
             {40019, File_Reset},
             {40038, File_Recent},
             {40067, File_Recent},

@@ -15,6 +15,8 @@ inline constexpr int kQvMaxFiles = 2000;
 // Toolbar items of the window.
 inline constexpr int kQvChooseDir = 40127, kQvPrevious = 40103, kQvNext = 40131, kQvToMain = 40126,
                      kQvClose = 40114;
+// Its picture into a file and onto a printer.
+inline constexpr int kQvSaveGraphic = 40250, kQvPrint = 40251;
 
 struct QUICK_VIEW_TYPE {
     hxl::DIFFRACTION_PATTERN_TYPE qv_pattern;

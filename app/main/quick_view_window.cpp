@@ -1,6 +1,7 @@
 // The Quick View window: opening, its events, moving through the list, closing.
 #include <algorithm>
 
+#include "app/main/picture_commands.h"
 #include "app/main/quick_view.h"
 #include "app/main/zendrite_app.h"
 #include "support/fixed_text.h"
@@ -125,6 +126,9 @@ void Open_Quick_View() {
                                  {0, "", ""},
                                  {kQvToMain, "Main", "Set PRF file to Main Window"},
                                  {0, "", ""},
+                                 {kQvSaveGraphic, "save", "Save Graphic into file..."},
+                                 {kQvPrint, "print", "Print..."},
+                                 {0, "", ""},
                                  {kQvClose, "exit", "Close"}});
     WMenuSetState(kQvPrevious, 1, 0);
     WMenuSetState(kQvNext, 1, 0);
@@ -149,6 +153,8 @@ void ihand_winqvprf(int type, const WIN_MESSAGE& message) {
             if (WMenuGetState(kQvToMain, 1) != 0) Quick_View_Hand_Over();
             break;
         case kQvClose: close_window(); break;
+        case kQvSaveGraphic: Save_Graphic_Command(qv.qv_window); break;
+        case kQvPrint: Print_Command(qv.qv_window); break;
         default: break;
         }
         break;

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "app/main/hkl_gen.h"
+#include "app/main/picture_commands.h"
 #include "app/main/quick_view.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
@@ -234,6 +235,18 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         return false;
     } else if (cmd == "picture" && w.size() == 3) {
         if (!WPictureSave(to_int(w[1], ok), w[2]) || !ok) bad(line, "no picture");
+        return false;
+    } else if (cmd == "export" && (w.size() == 3 || w.size() == 6)) {
+        // export WINDOW FILE [WIDTHmm HEIGHTmm DPI]: the kept options, with the size given
+        PICTURE_OPTIONS o = Picture_Options();
+        const int win = to_int(w[1], ok);
+        if (w.size() == 6) {
+            o.width = to_real(w[3], ok), o.height = to_real(w[4], ok), o.dpi = to_int(w[5], ok);
+            o.pixels = false;
+        }
+        std::string message;
+        if (!ok) bad(line, "not understood");
+        else if (!Export_Window_Picture(win, w[2], o, message)) Show_Message(message);
         return false;
     } else if (cmd == "qv" && w.size() >= 2) {
         return quick_view_step(line, w, m);

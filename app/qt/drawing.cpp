@@ -11,7 +11,14 @@ using namespace qt;
 
 namespace qt {
 
-QColor Colour(int rgb) { return QColor(rgb & 0xFF, (rgb >> 8) & 0xFF, (rgb >> 16) & 0xFF); }
+QColor Colour(int rgb) {
+    const int r = rgb & 0xFF, g = (rgb >> 8) & 0xFF, b = (rgb >> 16) & 0xFF;
+    if (L().ex.on && L().ex.options.grey) {
+        const int k = qGray(r, g, b);
+        return QColor(k, k, k);
+    }
+    return QColor(r, g, b);
+}
 
 QImage* Target() {
     // the picture is about to be painted or read: queued runs go first
@@ -21,8 +28,8 @@ QImage* Target() {
 
 QPointF To_Pixel(float x, float y) {
     const GR_STATE& g = L().gr;
-    const QImage* t = Span_Target();
-    const double W = t ? t->width() : 1, H = t ? t->height() : 1;
+    double W = 1, H = 1;
+    Target_Size(W, H);
     const double fx = g.ax1 + (x - g.ux1) / (g.ux2 - g.ux1 == 0 ? 1 : g.ux2 - g.ux1) * (g.ax2 - g.ax1);
     const double fy = g.ay1 + (y - g.uy1) / (g.uy2 - g.uy1 == 0 ? 1 : g.uy2 - g.uy1) * (g.ay2 - g.ay1);
     return QPointF(fx * W, (1.0 - fy) * H);
@@ -30,8 +37,8 @@ QPointF To_Pixel(float x, float y) {
 
 PIXEL_MAP Pixel_Map() {
     const GR_STATE& g = L().gr;
-    const QImage* t = Span_Target();
-    const double W = t ? t->width() : 1, H = t ? t->height() : 1;
+    double W = 1, H = 1;
+    Target_Size(W, H);
     const double ux = g.ux2 - g.ux1 == 0 ? 1 : g.ux2 - g.ux1, uy = g.uy2 - g.uy1 == 0 ? 1 : g.uy2 - g.uy1;
     PIXEL_MAP m;
     m.sx = (g.ax2 - g.ax1) / ux * W;
@@ -66,8 +73,8 @@ void Draw_Marker(QPainter& p, const QPointF& c, int marker, double r) {
 
 void From_Pixel(const QPointF& p, float& x, float& y) {
     const GR_STATE& g = L().gr;
-    const QImage* t = Span_Target();
-    const double W = t ? t->width() : 1, H = t ? t->height() : 1;
+    double W = 1, H = 1;
+    Target_Size(W, H);
     const double fx = p.x() / W, fy = 1.0 - p.y() / H;
     x = static_cast<float>(g.ux1 + (fx - g.ax1) / (g.ax2 - g.ax1) * (g.ux2 - g.ux1));
     y = static_cast<float>(g.uy1 + (fy - g.ay1) / (g.ay2 - g.ay1) * (g.uy2 - g.uy1));
@@ -75,13 +82,15 @@ void From_Pixel(const QPointF& p, float& x, float& y) {
 
 float Pixels_Per_Unit_X() {
     const GR_STATE& g = L().gr;
-    const QImage* t = Span_Target();
-    return static_cast<float>((t ? t->width() : 1) * (g.ax2 - g.ax1) / std::fabs(g.ux2 - g.ux1 == 0 ? 1 : g.ux2 - g.ux1));
+    double W = 1, H = 1;
+    Target_Size(W, H);
+    return static_cast<float>(W * (g.ax2 - g.ax1) / std::fabs(g.ux2 - g.ux1 == 0 ? 1 : g.ux2 - g.ux1));
 }
 float Pixels_Per_Unit_Y() {
     const GR_STATE& g = L().gr;
-    const QImage* t = Span_Target();
-    return static_cast<float>((t ? t->height() : 1) * (g.ay2 - g.ay1) / std::fabs(g.uy2 - g.uy1 == 0 ? 1 : g.uy2 - g.uy1));
+    double W = 1, H = 1;
+    Target_Size(W, H);
+    return static_cast<float>(H * (g.ay2 - g.ay1) / std::fabs(g.uy2 - g.uy1 == 0 ? 1 : g.uy2 - g.uy1));
 }
 
 }  // namespace qt
@@ -114,18 +123,22 @@ QBrush fill_brush(const GR_STATE& g) {
 // A painter set up with the present colour, line and mode; exclusive-or drawing is not smoothed,
 // so that drawing the same thing twice gives back every pixel.
 struct Pen_Painter {
-    QPainter p;
-    explicit Pen_Painter(QImage* img) : p(img) {
+    Target_Painter tp;
+    QPainter* p = nullptr;
+    Pen_Painter() {
+        if (!tp) return;
+        p = &*tp;
         const GR_STATE& g = L().gr;
         QPen pen(Colour(g.colour));
-        pen.setWidthF(std::clamp(g.line_width, 1, 5));
+        pen.setWidthF(std::clamp(g.line_width, 1, 5) * Line_Scale());
         pen.setStyle(pen_style(g.line_type));
         pen.setCapStyle(Qt::FlatCap);
-        p.setPen(pen);
-        p.setBrush(fill_brush(g));
-        if (g.plot_mode == PlotXor) p.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
-        else p.setRenderHint(QPainter::Antialiasing, true);
+        p->setPen(pen);
+        p->setBrush(fill_brush(g));
+        if (g.plot_mode == PlotXor) p->setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+        else p->setRenderHint(QPainter::Antialiasing, true);
     }
+    explicit operator bool() const { return static_cast<bool>(tp); }
 };
 
 void touched() {
@@ -194,13 +207,12 @@ void IGrColour(const std::string& name) {
 void IGrPaletteBackground(int rgb) { L().gr.background = rgb & 0xFFFFFF; }
 
 void IGrAreaClear() {
-    QImage* t = Target();
-    if (!t) return;
+    Target_Painter p;
+    double W = 1, H = 1;
+    if (!p || !Target_Size(W, H)) return;
     const GR_STATE& g = L().gr;
-    QPainter p(t);
-    const QRectF r(g.ax1 * t->width(), (1 - g.ay2) * t->height(), (g.ax2 - g.ax1) * t->width(),
-                   (g.ay2 - g.ay1) * t->height());
-    p.fillRect(r, Colour(g.background));
+    const QRectF r(g.ax1 * W, (1 - g.ay2) * H, (g.ax2 - g.ax1) * W, (g.ay2 - g.ay1) * H);
+    p->fillRect(r, Colour(g.background));
     touched();
 }
 
@@ -219,9 +231,8 @@ void IGrMoveTo(float x, float y) {
 
 void IGrLineTo(float x, float y) {
     GR_STATE& g = L().gr;
-    if (QImage* t = Target()) {
-        Pen_Painter pp(t);
-        pp.p.drawLine(To_Pixel(g.cx, g.cy), To_Pixel(x, y));
+    if (Pen_Painter pp; pp) {
+        pp.p->drawLine(To_Pixel(g.cx, g.cy), To_Pixel(x, y));
         touched();
     }
     g.cx = x;
@@ -229,17 +240,15 @@ void IGrLineTo(float x, float y) {
 }
 
 void IGrPoint(float x, float y) {
-    if (QImage* t = Target()) {
-        Pen_Painter pp(t);
-        pp.p.drawPoint(To_Pixel(x, y));
+    if (Pen_Painter pp; pp) {
+        pp.p->drawPoint(To_Pixel(x, y));
         touched();
     }
 }
 
 void IGrRectangle(float x1, float y1, float x2, float y2) {
-    if (QImage* t = Target()) {
-        Pen_Painter pp(t);
-        pp.p.drawRect(QRectF(To_Pixel(x1, y1), To_Pixel(x2, y2)).normalized());
+    if (Pen_Painter pp; pp) {
+        pp.p->drawRect(QRectF(To_Pixel(x1, y1), To_Pixel(x2, y2)).normalized());
         touched();
     }
 }
@@ -247,32 +256,29 @@ void IGrRectangle(float x1, float y1, float x2, float y2) {
 void IGrCircle(float x, float y, float radius) { IGrEllipse(x, y, radius, 1.0f); }
 
 void IGrEllipse(float x, float y, float radius, float ratio) {
-    if (QImage* t = Target()) {
-        Pen_Painter pp(t);
+    if (Pen_Painter pp; pp) {
         const float rx = radius * Pixels_Per_Unit_X();
-        pp.p.drawEllipse(To_Pixel(x, y), rx, rx * ratio);
+        pp.p->drawEllipse(To_Pixel(x, y), rx, rx * ratio);
         touched();
     }
 }
 
 void IGrArc(float x, float y, float radius, float start_angle, float sweep) {
-    if (QImage* t = Target()) {
-        Pen_Painter pp(t);
+    if (Pen_Painter pp; pp) {
         const float r = radius * Pixels_Per_Unit_X();
         const QPointF c = To_Pixel(x, y);
-        pp.p.drawArc(QRectF(c.x() - r, c.y() - r, 2 * r, 2 * r), static_cast<int>(start_angle * 16),
+        pp.p->drawArc(QRectF(c.x() - r, c.y() - r, 2 * r, 2 * r), static_cast<int>(start_angle * 16),
                      static_cast<int>(sweep * 16));
         touched();
     }
 }
 
 void IGrPolygonSimple(const std::vector<float>& x, const std::vector<float>& y) {
-    QImage* t = Target();
-    if (!t) return;
+    Pen_Painter pp;
+    if (!pp) return;
     QPolygonF poly;
     for (std::size_t i = 0; i < std::min(x.size(), y.size()); ++i) poly << To_Pixel(x[i], y[i]);
-    Pen_Painter pp(t);
-    pp.p.drawPolygon(poly);
+    pp.p->drawPolygon(poly);
     touched();
 }
 
@@ -284,18 +290,17 @@ void IGrPolygonShaded(const std::vector<float>& x, const std::vector<float>& y) 
 }
 
 void IGrPolygonGrad(const std::vector<float>& x, const std::vector<float>& y, int rgb_from, int rgb_to) {
-    QImage* t = Target();
-    if (!t || x.empty()) return;
+    Target_Painter p;
+    if (!p || x.empty()) return;
     QPolygonF poly;
     for (std::size_t i = 0; i < std::min(x.size(), y.size()); ++i) poly << To_Pixel(x[i], y[i]);
     const QRectF b = poly.boundingRect();
     QLinearGradient grad(b.bottomLeft(), b.topLeft());
     grad.setColorAt(0, Colour(rgb_from));
     grad.setColorAt(1, Colour(rgb_to));
-    QPainter p(t);
-    p.setPen(Qt::NoPen);
-    p.setBrush(grad);
-    p.drawPolygon(poly);
+    p->setPen(Qt::NoPen);
+    p->setBrush(grad);
+    p->drawPolygon(poly);
     touched();
 }
 
@@ -307,16 +312,18 @@ void IGrTrapezium(float x1, float y1, float x2, float y2, float x3, float y3, fl
 }
 
 void IGrMarker(float x, float y, int marker, float size) {
-    QImage* t = Target();
-    if (!t || marker <= 1) return;
-    Pen_Painter pp(t);
-    Draw_Marker(pp.p, To_Pixel(x, y), marker, std::max(1.0, size * 0.5));
+    if (marker <= 1) return;
+    Pen_Painter pp;
+    if (!pp) return;
+    Draw_Marker(*pp.p, To_Pixel(x, y), marker, std::max(1.0, size * 0.5) * Dot_Scale());
     touched();
 }
 
 void WBitmapCreate(int& handle, int width, int height) {
     LAYER& l = L();
     handle = l.next_bitmap++;
+    // While a picture is exported every operation paints on it: the bitmap stands empty.
+    if (l.ex.on) width = height = 1;
     QImage img(std::max(width, 1), std::max(height, 1), QImage::Format_RGB32);
     img.fill(Colour(l.gr.background));
     l.bitmaps[handle] = img;
@@ -331,6 +338,7 @@ void WBitmapDestroy(int handle) {
 
 void WBitmapPut(int handle, int /*mode*/) {
     LAYER& l = L();
+    if (l.ex.on) return;  // the exported picture has it already; the window stays as it was
     Flush_Spans();
     auto it = l.bitmaps.find(handle);
     WINDOW_STATE* w = Window(l.selected_window);
@@ -346,14 +354,12 @@ void WBitmapPut(int handle, int /*mode*/) {
 
 void IGrLoadImageData(const std::string& file, int& error) {
     QImage img(Q(file));
-    QImage* t = Target();
-    error = img.isNull() || !t ? 1 : 0;
+    Target_Painter p;
+    double W = 1, H = 1;
+    error = img.isNull() || !p || !Target_Size(W, H) ? 1 : 0;
     if (error) return;
     const GR_STATE& g = L().gr;
-    QPainter p(t);
-    p.drawImage(QRectF(g.ax1 * t->width(), (1 - g.ay2) * t->height(), (g.ax2 - g.ax1) * t->width(),
-                       (g.ay2 - g.ay1) * t->height()),
-                img);
+    p->drawImage(QRectF(g.ax1 * W, (1 - g.ay2) * H, (g.ax2 - g.ax1) * W, (g.ay2 - g.ay1) * H), img);
     touched();
 }
 

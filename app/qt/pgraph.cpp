@@ -51,7 +51,7 @@ void polar_to_xy(float a, float r, float& x, float& y) {
 
 QPen set_pen(const PG_SET& s, bool markers) {
     QPen pen(Colour(s.colour));
-    pen.setWidth(std::clamp(markers ? 1 : s.line_width, 1, 5));
+    pen.setWidthF(std::clamp(markers ? 1 : s.line_width, 1, 5) * Line_Scale());
     if (!markers) {
         switch (s.line_type) {
         case -1: pen.setStyle(Qt::NoPen); break;
@@ -85,16 +85,17 @@ void scale(bool xaxis, const std::string& code) {
     const double step = Nice_Tick_Step(lo, hi, xaxis ? 8 : 6);
     if (step <= 0) return;
     In_Frame f;
-    QImage* t = Target();
-    if (!t) return;
+    Target_Painter tp;
+    double W = 1, H = 1;
+    if (!tp || !Target_Size(W, H)) return;
+    QPainter& p = *tp;
     const QRectF fr = f.clip();
-    const double tick = std::max(4.0, 0.012 * t->height());
+    const double tick = std::max(4.0 * Dot_Scale(), 0.012 * H);
     const float at = xaxis ? (pg.xtick_set ? pg.xtick_y : pg.y1) : (pg.ytick_set ? pg.ytick_x : pg.x1);
-    QPainter p(t);
     p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(Colour(L().gr.colour), 1));
+    p.setPen(QPen(Colour(L().gr.colour), Line_Scale()));
     QFont font("Sans Serif");
-    font.setPixelSize(std::max(6, static_cast<int>(L().gr.font_h * t->height() * 0.8f)));
+    font.setPixelSize(Font_Pixels(L().gr.font_h));
     p.setFont(font);
     const QFontMetricsF fm(font);
     for (double v = std::ceil(lo / step - 1e-6) * step; v <= hi + step * 1e-6; v += step) {
@@ -122,14 +123,15 @@ void frame_text(const std::string& text, const std::string& position, int where)
     // where: 0 title (above), 1 X label (below), 2 Y label (left, rotated)
     if (text.empty() || position == "N" || position == "--") return;
     In_Frame f;
-    QImage* t = Target();
-    if (!t) return;
+    Target_Painter tp;
+    double W = 1, H = 1;
+    if (!tp || !Target_Size(W, H)) return;
+    QPainter& p = *tp;
     const QRectF fr = f.clip();
-    QPainter p(t);
     p.setRenderHint(QPainter::TextAntialiasing);
     p.setPen(Colour(L().gr.colour));
     QFont font(L().gr.font == 2 ? "Serif" : "Sans Serif");
-    font.setPixelSize(std::max(6, static_cast<int>(L().gr.font_h * t->height() * 0.8f)));
+    font.setPixelSize(Font_Pixels(L().gr.font_h));
     font.setBold(L().gr.font_style & 1);
     font.setItalic(L().gr.font_style & 2);
     p.setFont(font);
@@ -139,14 +141,13 @@ void frame_text(const std::string& text, const std::string& position, int where)
     const char c = position.empty() ? 'C' : position[0];
     if (where == 2) {
         const double y = c == 'T' ? fr.top() + w / 2 : c == 'B' ? fr.bottom() - w / 2 : fr.center().y();
-        p.translate(fr.left() - 0.075 * t->width(), y);
+        p.translate(fr.left() - 0.075 * W, y);
         p.rotate(-90);
         p.drawText(QPointF(-w / 2, 0), s);
         return;
     }
     const double x = c == 'L' ? fr.left() : c == 'R' ? fr.right() - w : fr.center().x() - w / 2;
-    const double y = where == 0 ? fr.top() - fm.descent() - 0.02 * t->height()
-                                : fr.bottom() + 0.045 * t->height() + fm.ascent();
+    const double y = where == 0 ? fr.top() - fm.descent() - 0.02 * H : fr.bottom() + 0.045 * H + fm.ascent();
     p.drawText(QPointF(x, y), s);
 }
 
@@ -213,8 +214,8 @@ void IPgNewSet(int set) { L().pg.current_set = std::max(set, 1); }
 void IPgXYLine(const float* x, const float* y, int n) {
     if (!x || !y || n < 1) return;
     In_Frame f;
-    QImage* t = Target();
-    if (!t) return;
+    double W = 1, H = 1;
+    if (!Target_Size(W, H)) return;
     const PG_SET& s = set_now();
     if (s.line_type == -1) return;
     const QRectF clip = f.clip();
@@ -259,12 +260,15 @@ void IPgXYLine(const float* x, const float* y, int n) {
     // A dense curve is drawn pixel by pixel: smoothing would not show, and the
     // painter's cost per segment dominates when thousands of curves are drawn.
     const bool solid = s.line_type == 0 && std::clamp(s.line_width, 1, 5) == 1;
-    if (solid && L().gr.plot_mode != PlotXor && Raster_Direct(*t) && out.size() >= clip.width()) {
+    QImage* t = L().ex.on ? nullptr : Target();
+    if (t && solid && L().gr.plot_mode != PlotXor && Raster_Direct(*t) && out.size() >= clip.width()) {
         Raster_Polyline(*t, clip.toAlignedRect(), out.constData(), static_cast<int>(out.size()), Colour(s.colour).rgb());
         if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
         return;
     }
-    QPainter p(t);
+    Target_Painter tp;
+    if (!tp) return;
+    QPainter& p = *tp;
     p.setClipRect(clip);
     if (L().gr.plot_mode == PlotXor) p.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
     else p.setRenderHint(QPainter::Antialiasing);
@@ -276,8 +280,8 @@ void IPgXYLine(const float* x, const float* y, int n) {
 void IPgXYMarkers(const float* x, const float* y, int n) {
     if (!x || !y || n < 1) return;
     In_Frame f;
-    QImage* t = Target();
-    if (!t) return;
+    double W = 1, H = 1;
+    if (!Target_Size(W, H)) return;
     const PG_SET& s = set_now();
     if (s.marker <= 1) return;
     const QRectF clip = f.clip().adjusted(-1, -1, 1, 1);
@@ -299,18 +303,22 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
         if (!used.Mark(ix, iy)) continue;  // one marker per occupied pixel
         pts.push_back(q);
     }
-    const double r = std::max(1.0, s.marker_size * 0.5);
+    const double r = std::max(1.0, s.marker_size * 0.5) * Dot_Scale();
     // Many markers: the marker's pixels, drawn once without smoothing, are copied at every point.
-    if (pts.size() > 500 && L().gr.plot_mode != PlotXor && Raster_Direct(*t)) {
+    QImage* t = L().ex.on ? nullptr : Target();
+    if (t && pts.size() > 500 && L().gr.plot_mode != PlotXor && Raster_Direct(*t)) {
         const int half = static_cast<int>(std::ceil(r)) + 1;
         Raster_Markers(*t, f.clip().toAlignedRect().adjusted(-half, -half, half, half), pts,
                        Marker_Offsets(s.marker, r, s.fill == 3), Colour(s.colour).rgb());
         if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
         return;
     }
-    QPainter p(t);
-    p.setClipRect(f.clip().adjusted(-s.marker_size, -s.marker_size, s.marker_size, s.marker_size));
-    QPen pen(Colour(s.colour), 1);
+    Target_Painter tp;
+    if (!tp) return;
+    QPainter& p = *tp;
+    const double m = s.marker_size * Dot_Scale();
+    p.setClipRect(f.clip().adjusted(-m, -m, m, m));
+    QPen pen(Colour(s.colour), Line_Scale());
     p.setPen(pen);
     p.setBrush(s.fill == 3 ? QBrush(Colour(s.colour)) : Qt::NoBrush);
     if (L().gr.plot_mode == PlotXor) p.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
@@ -322,9 +330,10 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
 void IPgErrorBars(const float* x, const float* y_low, const float* y_high, int n) {
     if (!x || !y_low || !y_high || n < 1) return;
     In_Frame f;
-    if (Queue_Bars(f.clip(), x, y_low, y_high, n, Colour(set_now().colour).rgb())) return;
-    QImage* t = Target();
-    if (!t) return;
+    if (!L().ex.on && Queue_Bars(f.clip(), x, y_low, y_high, n, Colour(set_now().colour).rgb())) return;
+    Target_Painter tp;
+    if (!tp) return;
+    QPainter& p = *tp;
     const QRectF clip = f.clip();
     std::map<int, std::pair<double, double>> cols;  // pixel column -> top, bottom
     const PIXEL_MAP map = Pixel_Map();
@@ -338,9 +347,9 @@ void IPgErrorBars(const float* x, const float* y_low, const float* y_high, int n
             it->second.second = std::max(it->second.second, std::max(a.y(), b.y()));
         }
     }
-    QPainter p(t);
     p.setClipRect(clip);
     if (L().gr.plot_mode == PlotXor) p.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+    // One pixel wide at any resolution: bars side by side join, as they do on the screen.
     p.setPen(QPen(Colour(set_now().colour), 1));
     for (const auto& [c, tb] : cols) p.drawLine(QPointF(c + 0.5, tb.first), QPointF(c + 0.5, tb.second));
     if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
@@ -362,11 +371,10 @@ void IPgYTickPos(float x) {
 
 void IPgBorder() {
     In_Frame f;
-    QImage* t = Target();
-    if (!t) return;
-    QPainter p(t);
-    p.setPen(QPen(Colour(L().gr.colour), 1));
-    p.drawRect(f.clip());
+    Target_Painter tp;
+    if (!tp) return;
+    tp->setPen(QPen(Colour(L().gr.colour), Line_Scale()));
+    tp->drawRect(f.clip());
     if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
 }
 

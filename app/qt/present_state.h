@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QImage>
 #include <QMainWindow>
+#include <QPainter>
 #include <QPointer>
 #include <QWidget>
 #include <deque>
@@ -88,6 +89,15 @@ struct PG_STATE {
     int current_set = 1;
 };
 
+// A picture being drawn into a file or a printer: one painter for the whole picture.
+struct EXPORT_STATE {
+    bool on = false;
+    QPainter* painter = nullptr;
+    int width = 0, height = 0;   // pixels of the target
+    double dot_scale = 1;        // target pixels per screen pixel
+    PICTURE_OPTIONS options;
+};
+
 struct LAYER {
     bool started = false, offscreen = false, unattended = false;
     bool script_ended = false;  // the event source has nothing more: the run is ending
@@ -123,9 +133,35 @@ struct LAYER {
     int next_bitmap = 1;
     GR_STATE gr;
     PG_STATE pg;
+    EXPORT_STATE ex;
 };
 
 LAYER& L();
+// A painter on what the drawing operations paint on: its own on a picture, or the shared one
+// of a picture being exported (its state kept and given back). False when there is nothing to
+// paint on, or when an exported picture is asked for exclusive-or drawing, which files don't keep.
+class Target_Painter {
+public:
+    Target_Painter();
+    ~Target_Painter();
+    Target_Painter(const Target_Painter&) = delete;
+    Target_Painter& operator=(const Target_Painter&) = delete;
+    explicit operator bool() const { return p_ != nullptr; }
+    QPainter* operator->() { return p_; }
+    QPainter& operator*() { return *p_; }
+
+private:
+    QPainter own_;
+    QPainter* p_ = nullptr;
+    bool shared_ = false;
+};
+// Width and height in pixels of what the drawing operations paint on; false when none.
+bool Target_Size(double& width, double& height);
+// Screen pixels -> pixels of the target: line widths (with the line factor) and marks.
+double Line_Scale();
+double Dot_Scale();
+// Text pixel size for `fraction` of the target's height, at least 6 screen pixels.
+int Font_Pixels(double fraction);
 WINDOW_STATE* Window(int handle);
 QImage* Target();               // the image the drawing operations paint on
 void Refresh_Window(int handle);  // repaint the widget from its front picture

@@ -11,10 +11,9 @@ namespace {
 
 QFont current_font() {
     const GR_STATE& g = L().gr;
-    const QImage* t = Target();
     QFont f(g.font == 2 ? "Serif" : g.font == 3 ? "Monospace" : "Sans Serif");
     f.setStyleHint(g.font == 2 ? QFont::Serif : g.font == 3 ? QFont::Monospace : QFont::SansSerif);
-    f.setPixelSize(std::max(6, static_cast<int>(g.font_h * (t ? t->height() : 600) * 0.8f)));
+    f.setPixelSize(Font_Pixels(g.font_h));
     f.setBold(g.font_style & 1);
     f.setItalic(g.font_style & 2);
     return f;
@@ -22,9 +21,9 @@ QFont current_font() {
 
 // align: 0 left, 1 centre, 2 right; the point is on the base line.
 void draw_text(float x, float y, const std::string& text, int align) {
-    QImage* t = Target();
-    if (!t) return;
-    QPainter p(t);
+    Target_Painter tp;
+    if (!tp) return;
+    QPainter& p = *tp;
     p.setRenderHint(QPainter::TextAntialiasing, L().gr.plot_mode != PlotXor);
     if (L().gr.plot_mode == PlotXor) p.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
     p.setPen(Colour(L().gr.colour));

@@ -190,6 +190,7 @@ void WindowSize(int handle, int width, int height) {
 }
 
 int WInfoWindow(int code) {
+    if (L().ex.on) return code == 1 ? L().ex.width : code == 2 ? L().ex.height : 0;
     WINDOW_STATE* w = Window(L().selected_window);
     if (!w) return 0;
     const QSize s = w->canvas ? w->canvas->size() : w->front.size();
