@@ -61,17 +61,11 @@ double Sum_Squares(const Array1<float>& f) {
 
 }  // namespace
 
-bool Tof_Start_Job(const ARC_DATA_TYPE& data, float step, const std::vector<PEAK_POINT_TYPE>& peaks,
-                   const std::vector<PEAK_POINT_TYPE>& background, float dtt, int cycles, TOF_JOB_TYPE& job,
-                   std::string& message) {
-    // The constant-wavelength start measures the same widths and lists; its
-    // job is read back into the TOF layout.
-    PIK_JOB_TYPE cw;
-    if (!Arc_Start_Job(data, step, peaks, background, 0, 0, cycles, cw, message)) return false;
+void Tof_Job_From_Start(const PIK_JOB_TYPE& cw, float dtt, TOF_JOB_TYPE& job) {
     TOF_JOB_TYPE j;
-    j.title = job.title;
+    j.title = cw.title;
     j.tof_init = cw.ang_init, j.tof_fin = cw.ang_fin;
-    j.nbac = cw.nbac, j.npeak = cw.npeak, j.ncyc = cycles;
+    j.nbac = cw.nbac, j.npeak = cw.npeak, j.ncyc = cw.ncyc;
     j.dtt = dtt;
     j.bx = cw.bx, j.bv = cw.bv, j.bf = cw.bf;
     Size_Tof_Peaks(j);
@@ -83,11 +77,22 @@ bool Tof_Start_Job(const ARC_DATA_TYPE& data, float step, const std::vector<PEAK
     j.glob[2] = static_cast<float>(2.0 / mean);
     j.gflag[1] = j.gflag[2] = 1;
     for (int k = 1; k <= j.npeak; ++k) {
+        // The start's width is the FWHM: the exponentials widen it, so sigma^2
+        // starts a little below that of a Gaussian of the same width.
         const float h = cw.shf_g(k), s = h / 2.35482f;
         j.pk(k) = {cw.pos(k), cw.inten(k) * Pseudo_Voigt_Top(h, 0.5f) / Pseudo_Voigt_Top(h, 0.0f), 0.8f * s * s, 0, 0, 0};
         j.pf(k) = {1, 1, 1, 0, 0, 0};
     }
     job = std::move(j);
+}
+
+bool Tof_Start_Job(const ARC_DATA_TYPE& data, float step, const std::vector<PEAK_POINT_TYPE>& peaks,
+                   const std::vector<PEAK_POINT_TYPE>& background, float dtt, int cycles, TOF_JOB_TYPE& job,
+                   std::string& message) {
+    PIK_JOB_TYPE cw;
+    cw.title = job.title;
+    if (!Arc_Start_Job(data, step, peaks, background, 0, 0, cycles, cw, message)) return false;
+    Tof_Job_From_Start(cw, dtt, job);
     message.clear();
     return true;
 }

@@ -46,4 +46,8 @@ bool Tof_Start_Job(const ARC_DATA_TYPE& data, float step, const std::vector<PEAK
                    const std::vector<PEAK_POINT_TYPE>& background, float dtt, int cycles, TOF_JOB_TYPE& job,
                    std::string& message);
 
+// The same from a constant-wavelength start (Arc_Start_Job's job): its
+// range, background, positions and widths, in the TOF layout.
+void Tof_Job_From_Start(const PIK_JOB_TYPE& start, float dtt, TOF_JOB_TYPE& job);
+
 }  // namespace hxl
