@@ -7,6 +7,7 @@
 
 #include "app/main/tof_fit.h"
 #include "app/main/zendrite_app.h"
+#include "app/main/fit_grid.h"
 #include "app/present.h"
 #include "peaks/arcfit_run.h"
 #include "peaks/timefit_run.h"
@@ -22,27 +23,19 @@ constexpr int kHeading = 9, kCycles = 10, kGlobal = 11, kDtt = 12, kBgr = 13, kP
               kSaveCalc = 29, kMakeIrf = 30;
 const char* const kGlobalRows[hxl::kTofGlobals] = {"Alpha", "Beta", "Sig-2", "Sig-1", "Sig-0", "Eta"};
 
-GRID_COLUMN real(const char* label) { return {label, CELL_KIND::Real, {}}; }
-GRID_COLUMN flag(const char* label) { return {label, CELL_KIND::CheckBox, {}}; }
 
-DIALOG_FIELD grid(int id, const char* label, std::vector<GRID_COLUMN> columns, int rows) {
-    DIALOG_FIELD f = Fld(id, FIELD_KIND::Grid, label);
-    f.columns = std::move(columns);
-    f.rows = rows;
-    return f;
-}
 
 void define() {
     if (WDialogDefined(kTofDialog)) return;
     std::vector<DIALOG_FIELD> f = {
         Fld(kHeading, FIELD_KIND::Label, "Starting parameters for TOF data profile fitting procedure"),
         Fld(kCycles, FIELD_KIND::Integer, "Number of Cycles:"),
-        grid(kGlobal, "Global Profile Parameters", {real("Value"), flag("Flag")}, hxl::kTofGlobals),
+        Fit_Grid(kGlobal, "Global Profile Parameters", {Fit_Real_Column("Value"), Fit_Flag_Column("Flag")}, hxl::kTofGlobals),
         Fld(kDtt, FIELD_KIND::Real, "d to TOF Coeff:"),
-        grid(kBgr, "Background Information", {real("TOF"), real("Background"), flag("Flag")}, 0),
-        grid(kPeaks, "Peaks Parameters",
-             {real("TOF-Bragg"), real("Intensity"), real("Shift-sigma"), real("Shift-alpha"), real("Shift-beta"),
-              real("Shift-eta"), flag("Pos"), flag("Int"), flag("Sig"), flag("Alp"), flag("Bet"), flag("Eta")},
+        Fit_Grid(kBgr, "Background Information", {Fit_Real_Column("TOF"), Fit_Real_Column("Background"), Fit_Flag_Column("Flag")}, 0),
+        Fit_Grid(kPeaks, "Peaks Parameters",
+             {Fit_Real_Column("TOF-Bragg"), Fit_Real_Column("Intensity"), Fit_Real_Column("Shift-sigma"), Fit_Real_Column("Shift-alpha"), Fit_Real_Column("Shift-beta"),
+              Fit_Real_Column("Shift-eta"), Fit_Flag_Column("Pos"), Fit_Flag_Column("Int"), Fit_Flag_Column("Sig"), Fit_Flag_Column("Alp"), Fit_Flag_Column("Bet"), Fit_Flag_Column("Eta")},
              0),
         Fld(kIrfFileLabel, FIELD_KIND::Label, "IRF  File")};
     const std::pair<int, const char*> buttons[] = {{kLoadIrf, "Load IRF file"},
@@ -93,62 +86,40 @@ void put(const hxl::TOF_JOB_TYPE& job, const FIT_CHOICES& c) {
     WDialogFieldState(kMakeIrf, 0);
 }
 
-void fill(int field, int col, const std::string& text) {
-    for (int r = 1; r <= WGridRowCount(field); ++r) WGridPutCellString(field, col, r, text);
-}
 
 bool button_action(int button) {
     switch (button) {
-    case kVaryBgr: fill(kBgr, 3, "1"); return true;
-    case kFixBgr: fill(kBgr, 3, "0"); return true;
-    case kVarySigma: fill(kPeaks, 9, "1"); return true;
-    case kFixSigma: fill(kPeaks, 9, "0"); return true;
+    case kVaryBgr: Fit_Fill_Column(kBgr, 3, "1"); return true;
+    case kFixBgr: Fit_Fill_Column(kBgr, 3, "0"); return true;
+    case kVarySigma: Fit_Fill_Column(kPeaks, 9, "1"); return true;
+    case kFixSigma: Fit_Fill_Column(kPeaks, 9, "0"); return true;
     case kFixShifts:
-        for (int c = 9; c <= 12; ++c) fill(kPeaks, c, "0");
+        for (int c = 9; c <= 12; ++c) Fit_Fill_Column(kPeaks, c, "0");
         return true;
-    case kVaryPos: fill(kPeaks, 7, "1"); return true;
-    case kFixPos: fill(kPeaks, 7, "0"); return true;
-    case kVaryInt: fill(kPeaks, 8, "1"); return true;
-    case kFixInt: fill(kPeaks, 8, "0"); return true;
+    case kVaryPos: Fit_Fill_Column(kPeaks, 7, "1"); return true;
+    case kFixPos: Fit_Fill_Column(kPeaks, 7, "0"); return true;
+    case kVaryInt: Fit_Fill_Column(kPeaks, 8, "1"); return true;
+    case kFixInt: Fit_Fill_Column(kPeaks, 8, "0"); return true;
     case kFixAll:
-        fill(kBgr, 3, "0");
-        for (int c = 7; c <= 12; ++c) fill(kPeaks, c, "0");
-        fill(kGlobal, 2, "0");
+        Fit_Fill_Column(kBgr, 3, "0");
+        for (int c = 7; c <= 12; ++c) Fit_Fill_Column(kPeaks, c, "0");
+        Fit_Fill_Column(kGlobal, 2, "0");
         return true;
     case kNullify:
-        for (int c = 3; c <= 6; ++c) fill(kPeaks, c, "0");
+        for (int c = 3; c <= 6; ++c) Fit_Fill_Column(kPeaks, c, "0");
         return true;
     default: return false;
     }
 }
 
-bool cell(int field, int col, int row, float& v) {
-    std::string text;
-    WGridGetCellString(field, col, row, text);
-    int err = 0;
-    const double d = IStringToReal(hxl::Trim(text), err);
-    if (err != 0 || hxl::Is_Blank(text) || !std::isfinite(d) || std::fabs(d) > 3.4e38) return false;
-    v = static_cast<float>(d);
-    return true;
-}
 
-int check(int field, int col, int row) {
-    int v = 0;
-    WGridGetCellCheckBox(field, col, row, v);
-    return v;
-}
 
-std::string on_line(const char* text, int line) {
-    char b[16];
-    std::snprintf(b, sizeof b, "%4d", line);
-    return std::string(text) + b;
-}
 
 std::string read_back(hxl::TOF_JOB_TYPE& job, FIT_CHOICES& c) {
     hxl::TOF_JOB_TYPE j = job;
     for (int r = 1; r <= hxl::kTofGlobals; ++r) {
-        if (!cell(kGlobal, 1, r, j.glob[static_cast<std::size_t>(r)])) return " Errors in the Profiles parameters!";
-        j.gflag[static_cast<std::size_t>(r)] = check(kGlobal, 2, r);
+        if (!Fit_Cell(kGlobal, 1, r, j.glob[static_cast<std::size_t>(r)])) return " Errors in the Profiles parameters!";
+        j.gflag[static_cast<std::size_t>(r)] = Fit_Check(kGlobal, 2, r);
     }
     std::string text;
     WDialogGetString(kDtt, text);
@@ -160,18 +131,18 @@ std::string read_back(hxl::TOF_JOB_TYPE& job, FIT_CHOICES& c) {
     if (j.nbac < 1) return hxl::kArcNoBackground;
     j.bx = hxl::Array1<float>(j.nbac), j.bv = hxl::Array1<float>(j.nbac), j.bf = hxl::Array1<int>(j.nbac);
     for (int i = 1; i <= j.nbac; ++i) {
-        if (!cell(kBgr, 1, i, j.bx(i)) || !cell(kBgr, 2, i, j.bv(i)))
-            return on_line(" Error in the Background parameters on line: ", i);
-        j.bf(i) = check(kBgr, 3, i);
+        if (!Fit_Cell(kBgr, 1, i, j.bx(i)) || !Fit_Cell(kBgr, 2, i, j.bv(i)))
+            return Fit_On_Line(" Error in the Background parameters on line: ", i);
+        j.bf(i) = Fit_Check(kBgr, 3, i);
     }
     j.npeak = WGridRowCount(kPeaks);
     if (j.npeak < 1) return hxl::kArcNoPeak;
     hxl::Size_Tof_Peaks(j);
     for (int k = 1; k <= j.npeak; ++k)
         for (int q = 0; q < 6; ++q) {
-            if (!cell(kPeaks, 1 + q, k, j.pk(k)[static_cast<std::size_t>(q)]))
-                return on_line(" Error in the Peak parameters on line: ", k);
-            j.pf(k)[static_cast<std::size_t>(q)] = check(kPeaks, 7 + q, k);
+            if (!Fit_Cell(kPeaks, 1 + q, k, j.pk(k)[static_cast<std::size_t>(q)]))
+                return Fit_On_Line(" Error in the Peak parameters on line: ", k);
+            j.pf(k)[static_cast<std::size_t>(q)] = Fit_Check(kPeaks, 7 + q, k);
         }
     int cycles = 0;
     WDialogGetInteger(kCycles, cycles);
@@ -189,23 +160,7 @@ bool Tof_Start_Dialog(hxl::TOF_JOB_TYPE& job, FIT_CHOICES& choices) {
     define();
     WDialogLoad(kTofDialog);
     put(job, choices);
-    bool ok = false;
-    for (;;) {
-        WDialogShow(-1, -1, 0, Modal);
-        const int button = WInfoDialog(4);
-        if (button_action(button)) continue;
-        if (button != kIdOk) break;
-        FIT_CHOICES c = choices;
-        const std::string refusal = read_back(job, c);
-        if (refusal.empty()) {
-            choices = c;
-            ok = true;
-            break;
-        }
-        Show_Message(refusal);
-    }
-    WDialogUnload();
-    return ok;
+    return Fit_Dialog_Loop(choices, button_action, [&job](FIT_CHOICES& c) { return read_back(job, c); });
 }
 
 }  // namespace zendrite
