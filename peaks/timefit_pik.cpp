@@ -94,7 +94,9 @@ bool Read_Tof_Pik_Text(const std::string& text, TOF_JOB_TYPE& job, std::string& 
     j.tof_fin = static_cast<float>(v[1]);
     if (j.nbac < 0 || j.npeak < 0 || j.npeak > kTofMaxPeaks) return Fail(message, range_error);
     if (j.nbac > kTofMaxBackground) return Fail(message, " => Error: too many background parameters ! ");
-    if (!Next_Data(u, line) || List_Read(std::string_view(line), v, 1) != List_Result::Ok || !std::isfinite(v[0]))
+    // (f14.6) holds it only below 10^7
+    if (!Next_Data(u, line) || List_Read(std::string_view(line), v, 1) != List_Result::Ok ||
+        !(std::fabs(v[0]) < 999999.0))
         return Fail(message, " => Error at reading: Lambda1,Lambda2 or d2tof ! ");
     j.dtt = static_cast<float>(v[0]);
     for (int i = 1; i <= kTofGlobals; ++i)
