@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "peaks/arcfit_model.h"
 #include "peaks/timefit_job.h"
 #include "support/array1.h"
 
@@ -39,10 +40,8 @@ struct TOF_MODEL_TYPE {
     double max_left = 0, max_right = 0;
 };
 
-struct TOF_DERIV_TYPE {
-    int index;
-    float value;
-};
+// (parameter index, derivative), as the constant-wavelength model gives them.
+using TOF_DERIV_TYPE = ARC_DERIV_TYPE;
 
 int Tof_Parameter_Count(int nb, int npk);
 int Tof_Peak_Base(int nb, int k);  // index of peak k's TOF
