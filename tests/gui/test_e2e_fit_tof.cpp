@@ -113,3 +113,21 @@ TEST_F(FitTof, AnXUnitWithoutAFitIsRefused) {
     EXPECT_EQ(value(file("d.txt"), "  scat_var"), "Energy");
     EXPECT_FALSE(fs::exists(home / "LM_fit.xy"));
 }
+
+TEST_F(FitTof, FromTheSearchesWithTheCoefficientTyped) {
+    // The pattern gives no coefficient: the dialog starts at 0 and takes the one typed.
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/NISI.cif", home / "NISI.cif");
+    run("files " + at("NISI.cif") +
+        "\nmenu 40014\nmouse press 1 2780 3700\nmouse move 1 3000 2000\nmouse release 1 3230 -150\n"
+        "dialog 1961 press 1\ndialog 1960 press 1\ndialog 1971 set 12 1943.7\ndialog 1971 press 1\nmenu 40150\n"
+        "dump " + at("d.txt") + "\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_NE(out.find(" => Final   Chi2:"), std::string::npos) << out;
+    const std::string pf = file("NISI_pf.out");
+    EXPECT_NE(pf.find(" => d to T.O.F. coefficient:    1943.699951"), std::string::npos) << pf;
+    // the job beside the data is a TOF job; the curve is drawn
+    const std::string pik = file("NISI.pik");
+    EXPECT_NE(pik.find("   1943.699951  <=  d to T.O.F. coefficient"), std::string::npos) << pik;
+    EXPECT_NE(file("d.txt").find("ycalc_sum"), std::string::npos);
+}
