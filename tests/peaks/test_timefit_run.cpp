@@ -146,6 +146,68 @@ TEST(TofFit, RecoversKnownParametersWithinTheirDeviations) {
     EXPECT_TRUE(fs::exists(tmp.p / "LM_fit.xy"));
 }
 
+// The pattern of tof_lorentz_pattern.py: three peaks with eta 0.4, made with mpmath.
+TEST(TofFit, RecoversTheLorentzianShareOfAnMpmathPattern) {
+    ARC_DATA_TYPE d;
+    std::ifstream in(std::string(ZD_TEST_DATA) + "/peaks/tof_lorentz_3pk.xy");
+    std::string line;
+    while (std::getline(in, line)) {
+        if (line.empty() || line[0] == '#') continue;
+        std::istringstream s(line);
+        float x, y, sg;
+        if (s >> x >> y >> sg) d.x.vec().push_back(x), d.y.vec().push_back(y), d.var.vec().push_back(sg * sg);
+    }
+    d.npts = d.x.size();
+    ASSERT_EQ(d.npts, 451);
+    TOF_JOB_TYPE j;
+    j.tof_init = 19690, j.tof_fin = 21510;
+    j.nbac = 2, j.npeak = 3, j.ncyc = 300;
+    j.dtt = 10000;
+    j.glob = {0, 0.15f, 0.07f, 0, 20, 9, 0.2f};
+    j.gflag = {0, 1, 1, 0, 1, 0, 1};
+    j.bx = Array1<float>(2), j.bv = Array1<float>(2), j.bf = Array1<int>(2);
+    j.bx(1) = 19690, j.bx(2) = 21510, j.bv(1) = 190, j.bv(2) = 190, j.bf(1) = j.bf(2) = 1;
+    Size_Tof_Peaks(j);
+    const double t[3] = {20000, 20400, 21000}, inten[3] = {30000, 15000, 50000};
+    for (int k = 1; k <= 3; ++k) {
+        j.pk(k) = {static_cast<float>(t[k - 1] - 5), static_cast<float>(0.7 * inten[k - 1]), 0, 0, 0, 0};
+        j.pf(k) = {1, 1, 0, 0, 0, 0};
+    }
+    TEMP_FOLDER tmp;
+    ARC_FIT_OPTIONS_TYPE o;
+    o.folder = tmp.p.string();
+    o.stem = "lorentz";
+    o.ask = [](const std::string&) { return true; };
+    TOF_FIT_RESULT_TYPE r;
+    std::string message;
+    ASSERT_TRUE(Tof_Fit(j, d, o, r, message)) << message;
+    EXPECT_TRUE(r.reached) << r.info;
+    EXPECT_GT(r.chi2, 0.8f);
+    EXPECT_LT(r.chi2, 1.2f);
+    for (int k = 1; k <= 3; ++k) {
+        const TOF_PEAK_RESULT_TYPE& p = r.peaks[static_cast<std::size_t>(k - 1)];
+        EXPECT_NEAR(p.pos, t[k - 1], 3 * p.s_pos) << k;
+        EXPECT_NEAR(p.inten, inten[k - 1], 3 * p.s_inten) << k;
+    }
+    const std::string out = Slurp(tmp.p / "lorentz_pf.out");
+    const auto at = out.find("  Eta (PV-function): ");
+    ASSERT_NE(at, std::string::npos);
+    std::istringstream s(out.substr(at + 21));
+    double eta = 0, s_eta = 0;
+    s >> eta >> s_eta;
+    EXPECT_GT(s_eta, 0.0);
+    EXPECT_NEAR(eta, 0.4, 3 * s_eta);
+    // alpha: a rise of 5 us under a Gaussian of sigma 11 us is weakly determined
+    std::istringstream a(out.substr(out.find("     Global-Alpha  : ") + 21));
+    double alpha = 0, s_alpha = 0;
+    a >> alpha >> s_alpha;
+    EXPECT_NEAR(alpha, 0.2, 3 * s_alpha);
+    std::istringstream b(out.substr(out.find("     Global-Beta   : ") + 21));
+    double beta = 0, s_beta = 0;
+    b >> beta >> s_beta;
+    EXPECT_NEAR(beta, 0.05, 3 * s_beta);
+}
+
 TEST(TofFit, RefusalsAndTheNaNMessageLeaveTheResultAlone) {
     TEMP_FOLDER tmp;
     ARC_FIT_OPTIONS_TYPE o;
