@@ -17,23 +17,10 @@ import random
 
 import mpmath as mp
 
-mp.mp.dps = 20
+from tof_shape_mpmath import omega  # the shape, from the reference table's script
+
 DTT, ALPHA, BETA, SIG1, SIG0, ETA = 10000, 0.2, 0.05, 30.0, 9.0, 0.4
 PEAKS = [(20000.0, 30000.0), (20400.0, 15000.0), (21000.0, 50000.0)]
-
-
-def omega(dt, a, b, h, e):
-    s2 = mp.mpf('0.18033688011112042') * h * h
-    n = a * b / (2 * (a + b))
-    u = a * (a * s2 + 2 * dt) / 2
-    w = b * (b * s2 - 2 * dt) / 2
-    y = (a * s2 + dt) / mp.sqrt(2 * s2)
-    z = (b * s2 - dt) / mp.sqrt(2 * s2)
-    og = n * (mp.exp(u) * mp.erfc(y) + mp.exp(w) * mp.erfc(z))
-    p = mp.mpc(a * dt, a * h / 2)
-    q = mp.mpc(-b * dt, b * h / 2)
-    ol = -2 / mp.pi * n * mp.im(mp.exp(p) * mp.e1(p) + mp.exp(q) * mp.e1(q))
-    return (1 - e) * og + e * ol
 
 
 def main():

@@ -58,4 +58,5 @@ def main():
                         print(' '.join(mp.nstr(x, 17, min_fixed=-1, max_fixed=-1) for x in vals))
 
 
-main()
+if __name__ == '__main__':
+    main()
