@@ -244,10 +244,12 @@ void Fit_Command(int item) {
     case 40024:
     case 40095:
         state() = FIT_STATE{};
+        Tof_Fit_Clear();
         Calculation_Mode_Command(40095);
         return;
     case 40099:
         state() = FIT_STATE{};
+        Tof_Fit_Clear();
         Calculation_Mode_Command(40099);
         return;
     case 40194: {
