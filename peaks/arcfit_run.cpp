@@ -10,6 +10,7 @@
 #include "peaks/arcfit_layout.h"
 #include "peaks/arcfit_model.h"
 #include "peaks/arcfit_widths.h"
+#include "peaks/fit_cycles.h"
 #include "peaks/lm_der.h"
 #include "peaks/lsq_report.h"
 
@@ -71,12 +72,6 @@ std::string Job_Refusal(const PIK_JOB_TYPE& j) {
     return {};
 }
 
-// Sum of squares of fvec in double: single floats lose the small changes near convergence.
-double Sum_Squares(const Array1<float>& f) {
-    double s = 0;
-    for (int i = 1; i <= f.size(); ++i) s += static_cast<double>(f(i)) * f(i);
-    return s;
-}
 
 std::string Join(const std::string& folder, const std::string& name) { return Join_Folder(folder, name); }
 
@@ -195,90 +190,24 @@ bool Arc_Fit(const PIK_JOB_TYPE& job, const ARC_DATA_TYPE& data, const ARC_FIT_O
     LSQ_STATE_VECTOR_TYPE vs;
     Job_To_Vector(job, second, vs);
     LSQ_CONDITIONS_TYPE cond;
-    cond.reached = false;
-    cond.corrmax = 70;
-    cond.tol = 1e-5f;
-    cond.icyc = job.ncyc;
-    cond.npvar = 0;
-    std::vector<int> free_of(static_cast<std::size_t>(vs.np) + 1, 0), free;
-    for (int i = 1; i <= vs.np; ++i)
-        if (vs.code(i) == 1) free.push_back(i), free_of[static_cast<std::size_t>(i)] = static_cast<int>(free.size());
-    cond.npvar = static_cast<int>(free.size());
-
-    // The observations strictly inside the job's range.
+    FIT_MODEL_LINK_TYPE link;
+    link.prepare = [&](const Array1<float>& pv) { Arc_Prepare(model, pv); };
+    link.point = [&](const Array1<float>& pv, float x, std::vector<ARC_DERIV_TYPE>& d, float* peaks,
+                     std::vector<float>* single) { return Arc_Point(model, pv, x, d, peaks, single); };
+    FIT_CYCLES_TYPE run;
     const float lo = std::min(job.ang_init, job.ang_fin), hi = std::max(job.ang_init, job.ang_fin);
-    Array1<float> ox, oy, osig, ow;
-    try {
-        const int n = std::min({data.npts, data.x.size(), data.y.size(), data.var.size()});
-        for (int i = 1; i <= n; ++i) {
-            if (!(data.x(i) > lo && data.x(i) < hi)) continue;
-            float s = std::sqrt(std::max(data.var(i), 0.0f));
-            if (!(s >= 1e-5f)) s = 10.0f;
-            ox.vec().push_back(data.x(i));
-            oy.vec().push_back(data.y(i));
-            osig.vec().push_back(s);
-            ow.vec().push_back(1.0f / (s * s));
-        }
-    } catch (const std::bad_alloc&) {
-        message = kArcNoSpace;
-        return false;
-    }
-    const int m = ox.size();
+    if (!Fit_Cycles(link, data, lo, hi, job.ncyc, o, kArcNoSpace, cond, vs, run, message)) return false;
+    const std::vector<int>& free = run.free;
+    const std::vector<int>& free_of = run.free_of;
+    const LSQ_OUTCOME_TYPE& outcome = run.outcome;
+    const std::string& info = run.info;
+    const float chi2 = run.chi2;
+    const int m = run.x.size();
+    const Array1<float>& ox = run.x;
+    const Array1<float>& oy = run.y;
 
     std::string out = Arc_Out_Head(job, cond.npvar);
     const std::string out_file = Join(o.folder, o.stem + "_pf.out");
-
-    // The model on the free parameters, mapped back into the whole vector.
-    Array1<float> pv = vs.pv;
-    int count = 0;
-    bool stopped = false;
-    std::vector<ARC_DERIV_TYPE> deriv;
-    const Layout iteration("(a,i6,a,f14.5)");
-    const LSQ_SPARSE_MODEL_FUNCTION fn = [&](int mm, int n, const Array1<float>& x, Array1<float>& fvec,
-                                             LSQ_SPARSE_JACOBIAN_TYPE& fjac, int& iflag) {
-        if (iflag == 0) {
-            ++count;
-            if (o.status) {
-                std::string line;
-                iteration(line, " => Iteration number: ", count, "  Chi2=",
-                          static_cast<float>(Sum_Squares(fvec) / std::max(mm - n, 1)));
-                if (!line.empty() && line.back() == '\n') line.pop_back();
-                o.status(line);
-            }
-            if (o.stop && o.stop()) stopped = true, iflag = -1;
-            return;
-        }
-        for (int j = 1; j <= n; ++j) pv(free[static_cast<std::size_t>(j - 1)]) = x(j);
-        Arc_Prepare(model, pv);
-        for (int i = 1; i <= mm; ++i) {
-            const float yc = Arc_Point(model, pv, ox(i), deriv);
-            if (iflag == 1) {
-                fvec(i) = (oy(i) - yc) / osig(i);
-                continue;
-            }
-            for (const ARC_DERIV_TYPE& d : deriv) {
-                const int col = free_of[static_cast<std::size_t>(d.index)];
-                if (col > 0) fjac.Add(i, col, -d.value / osig(i));
-            }
-        }
-    };
-
-    float chi2 = 0, previous = 1e8f;
-    std::string info;
-    LSQ_OUTCOME_TYPE outcome;
-    int questions = 0;
-    LM_Der(fn, m, cond, vs, chi2, true, info, &outcome);
-    while (outcome.info > 0 && !cond.reached && !stopped && std::fabs(previous - chi2) > cond.tol) {
-        ++questions;
-        if (!o.ask || !o.ask(kArcAskContinue)) break;
-        previous = chi2;
-        pv = vs.pv;
-        LM_Der(fn, m, cond, vs, chi2, true, info, &outcome);
-    }
-    if (outcome.info == 0) {  // the solver refused the input
-        message = info;
-        return false;
-    }
     Layout("(a,f15.5)")(out, " => Final   Chi2:", chi2);
     if (info.find("NaN") != std::string::npos) {
         Replace_File(out_file, out);
@@ -288,30 +217,16 @@ bool Arc_Fit(const PIK_JOB_TYPE& job, const ARC_DATA_TYPE& data, const ARC_FIT_O
 
     // The final curves at the values reached.
     ARC_FIT_RESULT_TYPE r;
-    pv = vs.pv;
-    Arc_Prepare(model, pv);
+    const Array1<float>& pv = vs.pv;
     r.x = ox;
     r.yobs = oy;
-    r.ycalc = Array1<float>(m);
-    r.bgr = Array1<float>(m);
-    r.diff = Array1<float>(m);
-    const bool keep_single = (o.single_peaks || o.save_calculated) && job.npeak <= kArcMaxSingle;
-    if (keep_single) r.single.assign(static_cast<std::size_t>(job.npeak), Array1<float>(m));
-    std::vector<float> one(static_cast<std::size_t>(job.npeak));
-    for (int i = 1; i <= m; ++i) {
-        float peaks = 0;
-        std::fill(one.begin(), one.end(), 0.0f);
-        r.ycalc(i) = Arc_Point(model, pv, ox(i), deriv, &peaks, keep_single ? &one : nullptr);
-        r.bgr(i) = r.ycalc(i) - peaks;
-        r.diff(i) = oy(i) - r.ycalc(i);
-        if (keep_single)
-            for (int k = 1; k <= job.npeak; ++k) r.single[static_cast<std::size_t>(k - 1)](i) = one[static_cast<std::size_t>(k - 1)];
-    }
+    Fit_Curves(link, run, vs, job.npeak, (o.single_peaks || o.save_calculated) && job.npeak <= kArcMaxSingle,
+               r.ycalc, r.bgr, r.diff, r.single);
 
     std::ostringstream report;
     std::string report_message;
     const std::string lm_file = Join(o.folder, kLmFitFile);
-    const bool lm_ok = Info_LSQ_LM(chi2, report, m, ox, oy, r.ycalc, ow, cond, vs, outcome, lm_file, false, report_message);
+    const bool lm_ok = Info_LSQ_LM(chi2, report, m, ox, oy, r.ycalc, run.w, cond, vs, outcome, lm_file, false, report_message);
     out += report.str();
 
     // Each peak's first line: width, mixing and their deviations through the correlations.
@@ -367,10 +282,10 @@ bool Arc_Fit(const PIK_JOB_TYPE& job, const ARC_DATA_TYPE& data, const ARC_FIT_O
 
     r.info = info;
     r.reached = cond.reached;
-    r.stopped = stopped;
+    r.stopped = run.stopped;
     r.chi2 = chi2;
-    r.iterations = count;
-    r.questions = questions;
+    r.iterations = run.count;
+    r.questions = run.questions;
     r.job = job;
     Vector_To_Job(vs, r.job);
     r.job.has_chi2 = true;

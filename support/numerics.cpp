@@ -18,6 +18,18 @@ double Erfc(double x) {
     return x >= 0.0 ? r : 2.0 - r;
 }
 
+double Erfc_Scaled(double x) {
+    if (x < 25.0) return std::exp(x * x) * std::erfc(x);
+    // the asymptotic series: at x >= 25 eight terms are exact to the last bit
+    const double r = 1.0 / (2.0 * x * x);
+    double sum = 1.0, term = 1.0;
+    for (int k = 1; k <= 8; ++k) {
+        term *= -(2.0 * k - 1.0) * r;
+        sum += term;
+    }
+    return sum / (x * 1.7724538509055160);
+}
+
 float Erfc(float x) { return static_cast<float>(Erfc(static_cast<double>(x))); }
 
 double Sind(double x) { return std::sin(x * 0.017453292519943295); }

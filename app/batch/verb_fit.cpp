@@ -13,6 +13,8 @@
 #include "peaks/peak_lists.h"
 #include "peaks/pik_file.h"
 #include "peaks/search_points.h"
+#include "peaks/timefit_pik.h"
+#include "peaks/timefit_run.h"
 #include "support/fixed_text.h"
 #include "support/list_read.h"
 
@@ -25,6 +27,7 @@ struct FIT_OPTIONS {
     float xmin = 0, xmax = 0;
     int cycles = -1, answers = 10;
     float threshold = 0.02f;
+    float dtt = 0;  // --dtt: the d to TOF coefficient; 0 when not given
 };
 
 int usage(std::ostream& err, const std::string& what) {
@@ -53,6 +56,10 @@ int parse(const std::vector<std::string>& args, FIT_OPTIONS& o, std::ostream& er
             if (!has || !hxl::Parse_Real(args[i + 1], o.threshold) || !(o.threshold > 0))
                 return usage(err, "--threshold needs a positive number");
             ++i;
+        } else if (a == "--dtt") {
+            if (!has || !hxl::Parse_Real(args[i + 1], o.dtt) || !(o.dtt > 0))
+                return usage(err, "--dtt needs a positive number");
+            ++i;
         } else if (a == "--continue") {
             if (!has || !hxl::Parse_Integer(args[i + 1], o.answers) || o.answers < 0)
                 return usage(err, "--continue needs a whole number, 0 or more");
@@ -79,6 +86,62 @@ void Print_Peaks(std::ostream& out, const std::vector<hxl::ARC_PEAK_RESULT_TYPE>
     }
 }
 
+// The time-of-flight fit: the job from the file or the automatic start, the
+// d to TOF coefficient from --dtt, else the job, else the pattern.
+int run_tof(const FIT_OPTIONS& o, const hxl::DIFFRACTION_PATTERN_TYPE& p, const hxl::ARC_DATA_TYPE& data,
+            hxl::ARC_FIT_OPTIONS_TYPE& fo, const std::string& pik, std::ostream& out, std::ostream& err) {
+    hxl::TOF_JOB_TYPE job;
+    std::string message;
+    if (!o.pik.empty()) {
+        hxl::PIK_JOB_TYPE cw;
+        bool tof = false;
+        if (!hxl::Read_Any_Pik(o.pik, cw, job, tof, message)) {
+            err << message << "\n";
+            return 1;
+        }
+        if (!tof) {
+            err << "The job file " << o.pik << " is a constant-wavelength job: the pattern is time of flight\n";
+            return 1;
+        }
+        if (o.range) job.tof_init = o.xmin, job.tof_fin = o.xmax;
+        if (o.cycles > 0) job.ncyc = o.cycles;
+    } else {
+        hxl::PIK_JOB_TYPE start;
+        if (!hxl::Arc_Automatic_Job(p, data, o.range ? o.xmin : p.x(1), o.range ? o.xmax : p.x(p.npts),
+                                    o.cycles > 0 ? o.cycles : 30, o.threshold, start, message)) {
+            err << message << "\n";
+            return 1;
+        }
+        hxl::Tof_Job_From_Start(start, 0, job);
+    }
+    if (o.dtt > 0) job.dtt = o.dtt;
+    else if (!(job.dtt > 0)) job.dtt = p.lambda1;  // Dtt1 of a TOF pattern
+    if (!(job.dtt > 0)) {
+        err << "The d to TOF coefficient is not given by " << o.file << (o.pik.empty() ? "" : " nor by the job file")
+            << ": give it with --dtt VALUE\n";
+        return 1;
+    }
+    hxl::TOF_FIT_RESULT_TYPE result;
+    if (!hxl::Tof_Fit(job, data, fo, result, message)) {
+        err << message << "\n";
+        return 1;
+    }
+    if (!hxl::Write_Tof_Pik(pik, result.job, message)) {
+        err << message << "\n";
+        return 1;
+    }
+    char line[200];
+    std::snprintf(line, sizeof line, " => Final   Chi2:%15.5f\n", double(result.chi2));
+    out << result.info << "\n" << line;
+    for (const auto& k : result.peaks) {
+        std::snprintf(line, sizeof line, "%12.4f %14.3f %10.4f %9.5f %9.5f %8.4f %9.5f   %9.4f %12.3f\n", double(k.pos),
+                      double(k.inten), double(k.fwhm), double(k.alpha), double(k.beta), double(k.eta), double(k.d),
+                      double(k.s_pos), double(k.s_inten));
+        out << line;
+    }
+    return 0;
+}
+
 int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     FIT_OPTIONS o;
     if (const int status = parse(args, o, err)) return status;
@@ -89,17 +152,26 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
         return 1;
     }
     const hxl::ARC_DATA_TYPE data = hxl::Arc_Data_From_Pattern(p);
+    // The X unit chooses the fit, as the menu does.
+    const std::string unit = hxl::Lower(hxl::Trim(p.scat_var));
+    const bool tof = unit == "tof";
+    if (!tof && unit != "2theta" && unit != "omega" && unit != "distance" && unit != "r.l.u.") {
+        err << "Fitting procedure is not available for this type of data\n";
+        return 1;
+    }
 
     hxl::PIK_JOB_TYPE job;
     std::string message, pik = o.pik;
-    if (!o.pik.empty()) {
+    if (tof) {
+        // its job is made by run_tof
+    } else if (!o.pik.empty()) {
         if (!hxl::Read_Pik(o.pik, job, message)) {
             err << message << "\n";
             return 1;
         }
         if (o.range) job.ang_init = o.xmin, job.ang_fin = o.xmax;
         if (o.cycles > 0) job.ncyc = o.cycles;
-    } else if (!hxl::Arc_Automatic_Job(p, data, o.range ? o.xmin : p.x(1), o.range ? o.xmax : p.x(p.npts),
+    } else if (!tof && !hxl::Arc_Automatic_Job(p, data, o.range ? o.xmin : p.x(1), o.range ? o.xmax : p.x(p.npts),
                               o.cycles > 0 ? o.cycles : 30, o.threshold, job, message)) {
         err << message << "\n";
         return 1;
@@ -114,6 +186,7 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
     if (pik.empty()) pik = hxl::Join_Folder(fo.folder, base + ".pik");
     int answers = o.answers;
     fo.ask = [&answers](const std::string&) { return answers-- > 0; };
+    if (tof) return run_tof(o, p, data, fo, pik, out, err);
 
     hxl::ARC_FIT_RESULT_TYPE result;
     bool fitted;
@@ -142,7 +215,7 @@ int run_fit(const std::vector<std::string>& args, std::ostream& out, std::ostrea
 }
 
 const bool registered = Register_Batch_Verb(
-    {"fit", "fit FILE [--pik JOB.pik] [--range XMIN XMAX] [--cycles N] [--continue N] [--threshold T]",
+    {"fit", "fit FILE [--pik JOB.pik] [--range XMIN XMAX] [--cycles N] [--continue N] [--threshold T] [--dtt D]",
      "      the constant-wavelength profile fit of FILE: the job is read from\n"
      "      JOB.pik, or built by the automatic search over the range with the\n"
      "      dialog's starting rules (T: the search's peak threshold), then\n"

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/main/zendrite_app.h"
+#include "app/main/fit_grid.h"
 #include "app/present.h"
 #include "peaks/arcfit_run.h"
 #include "support/fixed_text.h"
@@ -22,26 +23,18 @@ constexpr int kWave = 10, kGlobal = 11, kAsym = 12, kBgr = 13, kPeaks = 14, kCyc
 constexpr int kGlobalIndex[] = {4, 5, 6, 7, 8, 9};
 const char* const kGlobalRows[] = {"U", "V", "W", "Z", "Eta", "X"};
 
-GRID_COLUMN real(const char* label) { return {label, CELL_KIND::Real, {}}; }
-GRID_COLUMN flag(const char* label) { return {label, CELL_KIND::CheckBox, {}}; }
 
-DIALOG_FIELD grid(int id, const char* label, std::vector<GRID_COLUMN> columns, int rows) {
-    DIALOG_FIELD f = Fld(id, FIELD_KIND::Grid, label);
-    f.columns = std::move(columns);
-    f.rows = rows;
-    return f;
-}
 
 void define() {
     if (WDialogDefined(kFitDialog)) return;
     std::vector<DIALOG_FIELD> f = {
-        grid(kWave, "Wavelength", {real("Lambda1"), real("Lambda2"), real("I (Ka2/Ka1)"), flag("Flag")}, 1),
-        grid(kGlobal, "General Profile Parameters", {real("Value"), flag("Flag")}, 6),
-        grid(kAsym, "Asymmetry Parameters", {real("Value"), flag("Flag")}, 2),
-        grid(kBgr, "Background Information", {real("Position"), real("Background"), flag("Flag")}, 0),
-        grid(kPeaks, "Peaks Parameters",
-             {real("Position"), real("Intensity"), real("Shift-FWHM"), real("Shift-Eta"), flag("Pos"), flag("Int"),
-              flag("FWHM"), flag("Eta")},
+        Fit_Grid(kWave, "Wavelength", {Fit_Real_Column("Lambda1"), Fit_Real_Column("Lambda2"), Fit_Real_Column("I (Ka2/Ka1)"), Fit_Flag_Column("Flag")}, 1),
+        Fit_Grid(kGlobal, "General Profile Parameters", {Fit_Real_Column("Value"), Fit_Flag_Column("Flag")}, 6),
+        Fit_Grid(kAsym, "Asymmetry Parameters", {Fit_Real_Column("Value"), Fit_Flag_Column("Flag")}, 2),
+        Fit_Grid(kBgr, "Background Information", {Fit_Real_Column("Position"), Fit_Real_Column("Background"), Fit_Flag_Column("Flag")}, 0),
+        Fit_Grid(kPeaks, "Peaks Parameters",
+             {Fit_Real_Column("Position"), Fit_Real_Column("Intensity"), Fit_Real_Column("Shift-FWHM"), Fit_Real_Column("Shift-Eta"), Fit_Flag_Column("Pos"), Fit_Flag_Column("Int"),
+              Fit_Flag_Column("FWHM"), Fit_Flag_Column("Eta")},
              0),
         Fld(kCycles, FIELD_KIND::Integer, "Number of Cycles:"),
         Fld(kIrfLabel, FIELD_KIND::Label, "IRF / IPC File")};
@@ -110,70 +103,48 @@ void put(const hxl::PIK_JOB_TYPE& job, const FIT_CHOICES& c) {
 }
 
 // A column of a grid set to one value, for the vary/fix/nullify buttons.
-void fill(int field, int col, const std::string& text) {
-    for (int r = 1; r <= WGridRowCount(field); ++r) WGridPutCellString(field, col, r, text);
-}
 
 bool button_action(int button) {
     switch (button) {
-    case kNullify: fill(kPeaks, 3, "0"), fill(kPeaks, 4, "0"); return true;
-    case kVaryBgr: fill(kBgr, 3, "1"); return true;
-    case kFixBgr: fill(kBgr, 3, "0"); return true;
-    case kVaryPos: fill(kPeaks, 5, "1"); return true;
-    case kFixPos: fill(kPeaks, 5, "0"); return true;
-    case kVaryFwhm: fill(kPeaks, 7, "1"); return true;
-    case kFixFwhm: fill(kPeaks, 7, "0"); return true;
-    case kVaryEta: fill(kPeaks, 8, "1"); return true;
-    case kFixEta: fill(kPeaks, 8, "0"); return true;
-    case kFixShifts: fill(kPeaks, 7, "0"), fill(kPeaks, 8, "0"); return true;
+    case kNullify: Fit_Fill_Column(kPeaks, 3, "0"), Fit_Fill_Column(kPeaks, 4, "0"); return true;
+    case kVaryBgr: Fit_Fill_Column(kBgr, 3, "1"); return true;
+    case kFixBgr: Fit_Fill_Column(kBgr, 3, "0"); return true;
+    case kVaryPos: Fit_Fill_Column(kPeaks, 5, "1"); return true;
+    case kFixPos: Fit_Fill_Column(kPeaks, 5, "0"); return true;
+    case kVaryFwhm: Fit_Fill_Column(kPeaks, 7, "1"); return true;
+    case kFixFwhm: Fit_Fill_Column(kPeaks, 7, "0"); return true;
+    case kVaryEta: Fit_Fill_Column(kPeaks, 8, "1"); return true;
+    case kFixEta: Fit_Fill_Column(kPeaks, 8, "0"); return true;
+    case kFixShifts: Fit_Fill_Column(kPeaks, 7, "0"), Fit_Fill_Column(kPeaks, 8, "0"); return true;
     default: return false;
     }
 }
 
-bool cell(int field, int col, int row, float& v) {
-    std::string text;
-    WGridGetCellString(field, col, row, text);
-    int err = 0;
-    const double d = IStringToReal(hxl::Trim(text), err);
-    if (err != 0 || hxl::Is_Blank(text) || !std::isfinite(d) || std::fabs(d) > 3.4e38) return false;
-    v = static_cast<float>(d);
-    return true;
-}
 
-int check(int field, int col, int row) {
-    int v = 0;
-    WGridGetCellCheckBox(field, col, row, v);
-    return v;
-}
 
-std::string on_line(const char* text, int line) {
-    char b[16];
-    std::snprintf(b, sizeof b, "%4d", line);
-    return std::string(text) + b;
-}
 
 // The grids back into `job`; the refusal text, or empty.
 std::string read_back(hxl::PIK_JOB_TYPE& job, FIT_CHOICES& c) {
     hxl::PIK_JOB_TYPE j = job;
-    if (!cell(kWave, 1, 1, j.lambda1) || !cell(kWave, 2, 1, j.lambda2) || !cell(kWave, 3, 1, j.glob[1]))
+    if (!Fit_Cell(kWave, 1, 1, j.lambda1) || !Fit_Cell(kWave, 2, 1, j.lambda2) || !Fit_Cell(kWave, 3, 1, j.glob[1]))
         return " Error in the wavelength fields!";
-    j.gflag[1] = check(kWave, 4, 1);
+    j.gflag[1] = Fit_Check(kWave, 4, 1);
     for (int r = 1; r <= 6; ++r) {
         const auto g = static_cast<std::size_t>(kGlobalIndex[r - 1]);
-        if (!cell(kGlobal, 1, r, j.glob[g])) return " Errors in the Profiles parameters!";
-        j.gflag[g] = check(kGlobal, 2, r);
+        if (!Fit_Cell(kGlobal, 1, r, j.glob[g])) return " Errors in the Profiles parameters!";
+        j.gflag[g] = Fit_Check(kGlobal, 2, r);
     }
     for (int r = 1; r <= 2; ++r) {
-        if (!cell(kAsym, 1, r, j.glob[static_cast<std::size_t>(r + 1)])) return " Errors in the Asymmetry parameters!";
-        j.gflag[static_cast<std::size_t>(r + 1)] = check(kAsym, 2, r);
+        if (!Fit_Cell(kAsym, 1, r, j.glob[static_cast<std::size_t>(r + 1)])) return " Errors in the Asymmetry parameters!";
+        j.gflag[static_cast<std::size_t>(r + 1)] = Fit_Check(kAsym, 2, r);
     }
     j.nbac = WGridRowCount(kBgr);
     if (j.nbac < 1) return hxl::kArcNoBackground;
     j.bx = hxl::Array1<float>(j.nbac), j.bv = hxl::Array1<float>(j.nbac), j.bf = hxl::Array1<int>(j.nbac);
     for (int i = 1; i <= j.nbac; ++i) {
-        if (!cell(kBgr, 1, i, j.bx(i)) || !cell(kBgr, 2, i, j.bv(i)))
-            return on_line(" Error in the Background parameters on line: ", i);
-        j.bf(i) = check(kBgr, 3, i);
+        if (!Fit_Cell(kBgr, 1, i, j.bx(i)) || !Fit_Cell(kBgr, 2, i, j.bv(i)))
+            return Fit_On_Line(" Error in the Background parameters on line: ", i);
+        j.bf(i) = Fit_Check(kBgr, 3, i);
     }
     j.npeak = WGridRowCount(kPeaks);
     if (j.npeak < 1) return hxl::kArcNoPeak;
@@ -181,10 +152,10 @@ std::string read_back(hxl::PIK_JOB_TYPE& job, FIT_CHOICES& c) {
     j.shf_g = hxl::Array1<float>(j.npeak), j.shf_e = hxl::Array1<float>(j.npeak);
     j.pf = hxl::Array1<std::array<int, 4>>(j.npeak);
     for (int k = 1; k <= j.npeak; ++k) {
-        if (!cell(kPeaks, 1, k, j.pos(k)) || !cell(kPeaks, 2, k, j.inten(k)) || !cell(kPeaks, 3, k, j.shf_g(k)) ||
-            !cell(kPeaks, 4, k, j.shf_e(k)))
-            return on_line(" Error in the Peak parameters on line: ", k);
-        for (int f = 0; f < 4; ++f) j.pf(k)[static_cast<std::size_t>(f)] = check(kPeaks, 5 + f, k);
+        if (!Fit_Cell(kPeaks, 1, k, j.pos(k)) || !Fit_Cell(kPeaks, 2, k, j.inten(k)) || !Fit_Cell(kPeaks, 3, k, j.shf_g(k)) ||
+            !Fit_Cell(kPeaks, 4, k, j.shf_e(k)))
+            return Fit_On_Line(" Error in the Peak parameters on line: ", k);
+        for (int f = 0; f < 4; ++f) j.pf(k)[static_cast<std::size_t>(f)] = Fit_Check(kPeaks, 5 + f, k);
     }
     int cycles = 0;
     WDialogGetInteger(kCycles, cycles);
@@ -204,23 +175,7 @@ bool Fit_Start_Dialog(hxl::PIK_JOB_TYPE& job, FIT_CHOICES& choices) {
     define();
     WDialogLoad(kFitDialog);
     put(job, choices);
-    bool ok = false;
-    for (;;) {
-        WDialogShow(-1, -1, 0, Modal);
-        const int button = WInfoDialog(4);
-        if (button_action(button)) continue;
-        if (button != kIdOk) break;
-        FIT_CHOICES c = choices;
-        const std::string refusal = read_back(job, c);
-        if (refusal.empty()) {
-            choices = c;
-            ok = true;
-            break;
-        }
-        Show_Message(refusal);
-    }
-    WDialogUnload();
-    return ok;
+    return Fit_Dialog_Loop(choices, button_action, [&job](FIT_CHOICES& c) { return read_back(job, c); });
 }
 
 }  // namespace zendrite

@@ -11,6 +11,7 @@
 #include "app/main/fit_dialog.h"
 #include "app/main/menu_groups.h"
 #include "app/main/progress_dialog.h"
+#include "app/main/tof_fit.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
@@ -184,7 +185,11 @@ void start(int item) {
     if (g.nperfiles < 1) return;
     const std::string v = lower(hxl::Trim(g.pattern[1].scat_var));
     if (v == "tof") {
-        Show_Message("The time-of-flight profile fit is not available yet");
+        Tof_Fit_Run([](hxl::PIK_JOB_TYPE& job, std::string& message) {
+            if (!state().prepared && (!Fit_Detection(message) || !prepare_from_lists(message))) return false;
+            job = state().job;
+            return true;
+        });
     } else if (v == "2theta" || v == "omega" || v == "distance" || v == "r.l.u.") {
         (void)item;
         run_cwl();
@@ -199,6 +204,10 @@ void load_job(int item) {
     if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
     hxl::PIK_JOB_TYPE job;
     std::string message;
+    if (Tof_Load_Job(hxl::Trim(name))) {
+        start(item);
+        return;
+    }
     if (!hxl::Read_Pik(hxl::Trim(name), job, message)) {
         Show_Message("Error Reading the PIK file!");
         return;
@@ -220,11 +229,14 @@ void clear_all() {
     g.Bgr_List.count = 0;
     g.plot_calc[1] = false;
     state() = FIT_STATE{};
+    Tof_Fit_Clear();
     WindowOutStatusBar(kModePart, kRangeText);
     Plot_Again();
 }
 
 }  // namespace
+
+void Fit_Store_Curves(const hxl::ARC_FIT_RESULT_TYPE& r, bool single) { store_result(r, single); }
 
 void Fit_Command(int item) {
     ZENDRITE_STORE& g = zendrite_param_global();
@@ -232,10 +244,12 @@ void Fit_Command(int item) {
     case 40024:
     case 40095:
         state() = FIT_STATE{};
+        Tof_Fit_Clear();
         Calculation_Mode_Command(40095);
         return;
     case 40099:
         state() = FIT_STATE{};
+        Tof_Fit_Clear();
         Calculation_Mode_Command(40099);
         return;
     case 40194: {

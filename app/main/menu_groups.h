@@ -6,6 +6,10 @@
 
 #include "peaks/search_points.h"
 
+namespace hxl {
+struct ARC_FIT_RESULT_TYPE;
+}
+
 namespace zendrite {
 
 // file_menu.cpp
@@ -80,6 +84,9 @@ hxl::WAVELENGTHS_TYPE Fit_Wavelengths(float lambda1, float lambda2);
 
 // fit_menu.cpp: the Profile fitting menu and the run of the fit
 void Fit_Command(int item);
+// The calculated curve and background of a fit on the first profile, and the
+// single peaks as profiles of their own.
+void Fit_Store_Curves(const hxl::ARC_FIT_RESULT_TYPE& r, bool single);
 
 // peak_save_menu.cpp: the peak and background files, the indexing inputs
 void Peak_Save(int item);

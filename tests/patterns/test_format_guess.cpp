@@ -56,6 +56,7 @@ const std::map<std::string, int> kExpected = {
     {"patterns/multi_one_blocks.txt", 0},       // the same, of the CIF blocks
     {"patterns/mtex_polefigure.xrdml", 12},     // XRDML 1.2, 30 Phi scans
     {"patterns/multi_one.cif", 15},             // pdCIF of six blocks
+    {"patterns/NISI.cif", 15},                  // pdCIF of two TOF banks and their fits
     {"patterns/BT86.raw", 16},                  // Siemens/Bruker RAW version 1, binary
     {"patterns/Cu3Au-1.raw", 16},               // Bruker RAW, binary
     {"patterns/format1.raw", 16},               // Bruker RAW, binary
