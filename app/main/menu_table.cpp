@@ -133,6 +133,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40197, Ext_Run},
             {40135, Ext_Run_Refinement},
             {40207, Ext_Run_Refinement},
+            {40213, Ext_Prepare_Qvl},
             {40117, Ext_Run_Suite_Window},
             {40129, Ext_Run_Suite_Window},
             {40142, Ext_Run_Suite_Window},
