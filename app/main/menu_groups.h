@@ -11,6 +11,9 @@ namespace zendrite {
 // file_menu.cpp
 void File_Open_Data(int item);
 void File_Open_Folder(int item);
+void File_Open_Structure(int item);  // a structure's calculated pattern over the shown profile
+void Connect_Structure_Overlay();
+std::string Structure_Overlay_Dump();  // the phases drawn, for scripts
 void File_Open_Prf(int item);
 void File_Open_Buffer(int item);
 void File_Result_Command(int item);  // raw files, numors, saves

@@ -16,6 +16,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             // File
             {40014, File_Open_Data},
             {kOpenFolderItem, File_Open_Folder},
+            {kOpenStructureItem, File_Open_Structure},
             {40016, File_Open_Prf},
             {40015, File_Open_Buffer},
             {40157, File_Result_Command},
