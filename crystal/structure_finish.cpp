@@ -1,7 +1,6 @@
 // What every structure reader does last: the cell record, the group, and the
 // multiplicity and Wyckoff letter of each atom.
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdlib>
 
@@ -29,35 +28,39 @@ void apply(const SEITZ_TYPE& s, const double x[3], double out[3]) {
 
 int Site_Multiplicity(const SPACE_GROUP_TYPE& sg, const float xf[3], char* letter) {
     const double x[3] = {xf[0], xf[1], xf[2]};
-    std::vector<std::array<double, 3>> orbit;
+    // Orbit and stabiliser: the images are |G| / |S| sites, with no list of them to
+    // search, so that a file of many atoms in a large group reads at once.
+    int fixed = 0;
     for (const SEITZ_TYPE& s : sg.seitz) {
-        std::array<double, 3> q;
-        apply(s, x, q.data());
-        bool seen = false;
-        for (const auto& o : orbit) seen = seen || same_site(o.data(), q.data());
-        if (!seen) orbit.push_back(q);
+        double q[3];
+        apply(s, x, q);
+        fixed += same_site(q, x);
     }
-    const int mult = static_cast<int>(orbit.size());
+    const int g = static_cast<int>(sg.seitz.size());
+    const int mult = fixed > 0 ? g / fixed : 0;
     if (!letter) return mult;
     *letter = ' ';
     char last = 0;
-    for (const WYCKOFF_POS_TYPE& w : sg.wyckoff) {
-        last = std::max(last, w.letter);
-        if (w.multiplicity != mult || *letter != ' ') continue;
-        // The site is on the position when some image q is fixed by the
-        // representative's projection r q + t.
-        for (const auto& q : orbit) {
-            double p[3];
-            apply(w.triplet, q.data(), p);
-            if (same_site(p, q.data())) {
-                *letter = w.letter;
-                break;
+    for (const WYCKOFF_POS_TYPE& w : sg.wyckoff) last = std::max(last, w.letter);
+    if (mult < g) {
+        for (const WYCKOFF_POS_TYPE& w : sg.wyckoff) {
+            if (w.multiplicity != mult) continue;
+            // The site is on the position when some image q is fixed by the
+            // representative's projection r q + t.
+            for (const SEITZ_TYPE& s : sg.seitz) {
+                double q[3], p[3];
+                apply(s, x, q);
+                apply(w.triplet, q, p);
+                if (same_site(p, q)) {
+                    *letter = w.letter;
+                    return mult;
+                }
             }
         }
     }
-    if (*letter == ' ' && mult == sg.multiplicity && mult > 0 && !sg.wyckoff.empty())
+    if (mult == sg.multiplicity && mult > 0 && !sg.wyckoff.empty())
         *letter = last == 'z' ? 'A' : static_cast<char>(last + 1);  // the general position follows the specials
-    if (*letter == ' ' && mult == sg.multiplicity && sg.wyckoff.empty() && sg.number == 1) *letter = 'a';
+    if (mult == sg.multiplicity && sg.wyckoff.empty() && sg.number == 1) *letter = 'a';
     return mult;
 }
 
