@@ -5,8 +5,7 @@
 #include <cmath>
 #include <exception>
 
-#include <gemmi/cif.hpp>
-
+#include "crystal/cif_document.h"
 #include "crystal/scattering.h"
 #include "crystal/structure.h"
 #include "support/fixed_text.h"
@@ -14,8 +13,6 @@
 namespace hxl {
 
 namespace {
-
-namespace cif = gemmi::cif;
 
 struct ITEM_VALUES {
     std::string tag;  // as the file writes it
@@ -32,18 +29,18 @@ bool same_tag(const std::string& a, const char* b) {
 
 // The values of the first of `names` the block holds. A name given twice with
 // different values cannot be read right and is refused; twice the same is kept.
-bool find_item(const cif::Block& block, std::initializer_list<const char*> names, ITEM_VALUES& out,
+bool find_item(const CIF_BLOCK_TYPE& block, std::initializer_list<const char*> names, ITEM_VALUES& out,
                std::string& message) {
     out = ITEM_VALUES{};
     for (const char* name : names) {
-        for (const cif::Item& item : block.items) {
+        for (const CIF_ITEM_TYPE& item : block.items) {
             std::vector<std::string> values;
             std::string tag;
-            if (item.type == cif::ItemType::Pair && same_tag(item.pair[0], name)) {
-                tag = item.pair[0];
-                values.push_back(item.pair[1]);
-            } else if (item.type == cif::ItemType::Loop) {
-                const cif::Loop& loop = item.loop;
+            if (!item.loop && same_tag(item.tags[0], name)) {
+                tag = item.tags[0];
+                values.push_back(item.values[0]);
+            } else if (item.loop) {
+                const CIF_ITEM_TYPE& loop = item;
                 for (std::size_t c = 0; c < loop.tags.size(); ++c) {
                     if (!same_tag(loop.tags[c], name)) continue;
                     tag = loop.tags[c];
@@ -69,13 +66,13 @@ bool find_item(const cif::Block& block, std::initializer_list<const char*> names
 bool is_null(const std::string& v) { return v.empty() || v == "?" || v == "."; }
 
 // A number of an item; a missing or unknown item leaves `found` false.
-bool number_item(const cif::Block& b, std::initializer_list<const char*> names, double& v, double& sd, bool& found,
+bool number_item(const CIF_BLOCK_TYPE& b, std::initializer_list<const char*> names, double& v, double& sd, bool& found,
                  std::string& message) {
     ITEM_VALUES it;
     found = false;
     if (!find_item(b, names, it, message)) return false;
     if (!it.found || it.values.empty() || is_null(it.values[0])) return true;
-    if (!Read_Value_Std(cif::as_string(it.values[0]), v, sd)) {
+    if (!Read_Value_Std(Cif_Unquote(it.values[0]), v, sd)) {
         message = "CIF block " + b.name + ", item " + it.tag + ": \"" + it.values[0] + "\" is not a number";
         return false;
     }
@@ -84,7 +81,7 @@ bool number_item(const cif::Block& b, std::initializer_list<const char*> names, 
 }
 
 // The first of `names` that has a value ("?" and "." are none).
-std::string text_item(const cif::Block& b, std::initializer_list<const char*> names, std::string& message,
+std::string text_item(const CIF_BLOCK_TYPE& b, std::initializer_list<const char*> names, std::string& message,
                       bool& ok) {
     ok = true;
     for (const char* name : names) {
@@ -92,7 +89,7 @@ std::string text_item(const cif::Block& b, std::initializer_list<const char*> na
         ok = find_item(b, {name}, it, message);
         if (!ok) return "";
         if (!it.found || it.values.empty()) continue;
-        const std::string v = Trim(cif::as_string(it.values[0]));
+        const std::string v = Trim(Cif_Unquote(it.values[0]));
         if (!is_null(v)) return v;
     }
     return "";
@@ -129,7 +126,7 @@ std::vector<std::string> hm_spellings(std::string s) {
 }
 
 // The group of a block, by the first form that reads: operators, Hall, H-M, number.
-bool block_group(const cif::Block& b, STRUCTURE_TYPE& st, std::string& message) {
+bool block_group(const CIF_BLOCK_TYPE& b, STRUCTURE_TYPE& st, std::string& message) {
     ITEM_VALUES ops;
     if (!find_item(b,
                    {"_space_group_symop_operation_xyz", "_space_group_symop.operation_xyz",
@@ -138,7 +135,7 @@ bool block_group(const cif::Block& b, STRUCTURE_TYPE& st, std::string& message) 
         return false;
     if (ops.found) {
         for (const std::string& raw : ops.values) {
-            const std::string op = Trim(cif::as_string(raw));
+            const std::string op = Trim(Cif_Unquote(raw));
             SYM_OPER_TYPE o;
             std::string why;
             if (!Parse_Operator(op, o, why)) {
@@ -213,7 +210,7 @@ struct ATOM_COLUMNS {
     ITEM_VALUES label, type, x, y, z, occ, b, u, adp;
 };
 
-bool col(const cif::Block& b, std::initializer_list<const char*> names, ITEM_VALUES& v, std::size_t n,
+bool col(const CIF_BLOCK_TYPE& b, std::initializer_list<const char*> names, ITEM_VALUES& v, std::size_t n,
          std::string& message) {
     if (!find_item(b, names, v, message)) return false;
     if (v.found && v.values.size() != n) {
@@ -223,11 +220,11 @@ bool col(const cif::Block& b, std::initializer_list<const char*> names, ITEM_VAL
     return true;
 }
 
-bool num_at(const cif::Block& b, const ITEM_VALUES& v, std::size_t i, const std::string& label, double& val,
+bool num_at(const CIF_BLOCK_TYPE& b, const ITEM_VALUES& v, std::size_t i, const std::string& label, double& val,
             double& sd, bool& present, std::string& message) {
     present = false;
     if (!v.found || is_null(v.values[i])) return true;
-    if (!Read_Value_Std(cif::as_string(v.values[i]), val, sd)) {
+    if (!Read_Value_Std(Cif_Unquote(v.values[i]), val, sd)) {
         message = "CIF block " + b.name + ", item " + v.tag + ", atom " + label + ": \"" + v.values[i] +
                   "\" is not a number";
         return false;
@@ -237,7 +234,7 @@ bool num_at(const cif::Block& b, const ITEM_VALUES& v, std::size_t i, const std:
 }
 
 // Anisotropic U (or B) of the atoms named in the aniso loop: Biso from Ueq.
-bool read_aniso(const cif::Block& b, STRUCTURE_TYPE& st, const std::vector<bool>& has_iso, std::string& message) {
+bool read_aniso(const CIF_BLOCK_TYPE& b, STRUCTURE_TYPE& st, const std::vector<bool>& has_iso, std::string& message) {
     ITEM_VALUES lab;
     if (!find_item(b, {"_atom_site_aniso_label", "_atom_site_aniso.label"}, lab, message)) return false;
     if (!lab.found) return true;
@@ -270,7 +267,7 @@ bool read_aniso(const cif::Block& b, STRUCTURE_TYPE& st, const std::vector<bool>
     Cell_Record cr;
     Fill_Cell_Record(st.cell, st.cell + 3, cr);
     for (std::size_t i = 0; i < lab.values.size(); ++i) {
-        const std::string name = Trim(cif::as_string(lab.values[i]));
+        const std::string name = Trim(Cif_Unquote(lab.values[i]));
         for (std::size_t a = 0; a < st.atoms.size(); ++a) {
             ATOM_SITE_TYPE& at = st.atoms[a];
             if (at.label != name) continue;
@@ -299,7 +296,7 @@ bool read_aniso(const cif::Block& b, STRUCTURE_TYPE& st, const std::vector<bool>
 }
 
 // One block; `is_structure` false when it holds no atom sites and no cell (not a structure block).
-bool read_block(const cif::Block& b, STRUCTURE_TYPE& st, bool& is_structure, std::string& message) {
+bool read_block(const CIF_BLOCK_TYPE& b, STRUCTURE_TYPE& st, bool& is_structure, std::string& message) {
     st = STRUCTURE_TYPE{};
     st.block = b.name;
     ATOM_COLUMNS c;
@@ -348,8 +345,8 @@ bool read_block(const cif::Block& b, STRUCTURE_TYPE& st, bool& is_structure, std
     st.atoms.resize(n);
     for (std::size_t i = 0; i < n; ++i) {
         ATOM_SITE_TYPE& a = st.atoms[i];
-        a.label = Trim(cif::as_string(c.label.values[i]));
-        a.type = c.type.found && !is_null(c.type.values[i]) ? Trim(cif::as_string(c.type.values[i])) : a.label;
+        a.label = Trim(Cif_Unquote(c.label.values[i]));
+        a.type = c.type.found && !is_null(c.type.values[i]) ? Trim(Cif_Unquote(c.type.values[i])) : a.label;
         SCATTERER_TYPE sc;
         std::string why;
         if (!Find_Scatterer(a.type, sc, why)) {
@@ -400,17 +397,17 @@ bool read_block(const cif::Block& b, STRUCTURE_TYPE& st, bool& is_structure, std
     return Finish_Structure(st, message);
 }
 
-bool read_document(cif::Document& doc, std::vector<STRUCTURE_TYPE>& out, std::string& message) {
+bool read_document(const std::vector<CIF_BLOCK_TYPE>& doc, std::vector<STRUCTURE_TYPE>& out, std::string& message) {
     std::vector<STRUCTURE_TYPE> found;
     std::vector<std::string> skipped;
-    for (const cif::Block& b : doc.blocks) {
+    for (const CIF_BLOCK_TYPE& b : doc) {
         STRUCTURE_TYPE st;
         bool is_structure = false;
         if (!read_block(b, st, is_structure, message)) return false;
         if (is_structure) found.push_back(std::move(st));
     }
     if (found.empty()) {
-        message = doc.blocks.empty() ? "The CIF file holds no data block"
+        message = doc.empty() ? "The CIF file holds no data block"
                                      : "No data block of the CIF file holds a cell and atom sites (_atom_site_label)";
         return false;
     }
@@ -422,27 +419,13 @@ bool read_document(cif::Document& doc, std::vector<STRUCTURE_TYPE>& out, std::st
 
 bool Read_Cif_Structures_Text(const std::string& text, const std::string& name, std::vector<STRUCTURE_TYPE>& out,
                               std::string& message) {
-    cif::Document doc;
-    try {
-        tao::pegtl::memory_input<> in(text, name);
-        cif::parse_input(doc, in);
-    } catch (const std::exception& e) {
-        message = std::string("The CIF file cannot be read: ") + e.what();
-        return false;
-    }
-    return read_document(doc, out, message);
+    std::vector<CIF_BLOCK_TYPE> doc;
+    return Parse_Cif_Text(text, name, doc, message) && read_document(doc, out, message);
 }
 
 bool Read_Cif_Structures(const std::string& file, std::vector<STRUCTURE_TYPE>& out, std::string& message) {
-    cif::Document doc;
-    try {
-        tao::pegtl::file_input<> in(file);
-        cif::parse_input(doc, in);
-    } catch (const std::exception& e) {
-        message = std::string("The CIF file cannot be read: ") + e.what();
-        return false;
-    }
-    return read_document(doc, out, message);
+    std::vector<CIF_BLOCK_TYPE> doc;
+    return Parse_Cif_File(file, doc, message) && read_document(doc, out, message);
 }
 
 }  // namespace hxl

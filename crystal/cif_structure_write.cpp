@@ -1,5 +1,6 @@
 // A structure record as a CIF data block. Values are written with as many
 // decimals as the float needs, so that a read gives back the same record.
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -41,7 +42,10 @@ std::string value_std(float v, float sd) {
 }
 
 // A text value, quoted when it holds blanks or starts like a CIF token.
-std::string cif_text(const std::string& t) {
+std::string cif_text(const std::string& raw) {
+    // CIF 1.1 holds printable ASCII only; the readers refuse such labels and types, a title loses them.
+    std::string t;
+    for (char c : raw) t += (c >= 32 && c <= 126) ? c : '?';
     if (t.empty()) return "?";
     const bool plain = t.find_first_of(" \t'\"") == std::string::npos && t[0] != '_' && t[0] != '#' &&
                        t[0] != '$' && t[0] != '[' && t[0] != ';' && t != "?" && t != "." &&
@@ -54,7 +58,7 @@ std::string cif_text(const std::string& t) {
 
 std::string block_name(const std::string& b) {
     std::string out;
-    for (char c : b) out += (c == ' ' || c == '\t') ? '_' : c;
+    for (char c : b) out += std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == '.' ? c : '_';
     return out.empty() ? "structure" : out;
 }
 

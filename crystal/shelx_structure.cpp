@@ -35,6 +35,10 @@ bool shelx_value(double v, const std::vector<double>& fvar, double& out, std::st
     const int m = static_cast<int>(std::trunc(v / 10));
     const double p = v - 10.0 * m;
     const int k = std::abs(m);
+    if (k == 0) {
+        message = "the value " + std::to_string(v) + " is neither a plain value nor 10m + p";
+        return false;
+    }
     if (k == 1) {
         out = p;
         return true;

@@ -94,7 +94,17 @@ bool Finish_Structure(STRUCTURE_TYPE& st, std::string& message) {
         }
     }
     if (Is_Blank(st.sg_symbol)) st.sg_symbol = st.sg.hm_symbol;
+    auto printable = [](const std::string& t) {
+        if (t.empty()) return false;
+        for (char c : t)
+            if (c < 33 || c > 126) return false;
+        return true;
+    };
     for (ATOM_SITE_TYPE& a : st.atoms) {
+        if (!printable(a.label) || !printable(a.type)) {
+            message = where + ", atom " + a.label + ": the label or the type holds a character that is not printable";
+            return false;
+        }
         SCATTERER_TYPE sc;
         std::string why;
         if (!Find_Scatterer(a.type, sc, why)) {

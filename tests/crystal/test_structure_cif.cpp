@@ -133,6 +133,9 @@ TEST(StructureCif, BadFilesAreRefusedNamingBlockAndItem) {
     EXPECT_NE(m.find("cannot be read"), std::string::npos) << m;
     m = refusal("data_neg\n_cell_length_a -5\n_cell_length_b 5\n_cell_length_c 5\n" + sg + loop + "O1 O 0 0 0\n");
     EXPECT_NE(m.find("block neg"), std::string::npos) << m;
+    // Bytes that CIF does not allow outside quotes.
+    m = refusal("data_bytes\n" + cell + sg + loop + "Cl1 Cl\xff\xff 0 0 0\n");
+    EXPECT_NE(m.find("The CIF file cannot be read: test:"), std::string::npos) << m;
     m = refusal("");
     EXPECT_NE(m.find("no data block"), std::string::npos) << m;
 }
@@ -184,11 +187,11 @@ void expect_same(const hxl::STRUCTURE_TYPE& a, const hxl::STRUCTURE_TYPE& b) {
 
 TEST(StructureCif, RoundTripThroughTheWriterIsIdentical) {
     const std::string tmp = (std::filesystem::temp_directory_path() / "zd_struct_roundtrip.cif").string();
+    std::string msg;
     for (const std::string& f : {kDir + "ALUMINA.cif", kDir + "PbSO4.cif", kDir + "LaB6.cif", kDir + "CeO2.cif",
                                 std::string(ZD_TEST_DATA) + "/patterns/1517474.cif"}) {
         auto first = read_ok(f);
         ASSERT_FALSE(first.empty());
-        std::string msg;
         ASSERT_TRUE(hxl::Write_Cif_Structure(tmp, first[0], msg)) << msg;
         std::vector<hxl::STRUCTURE_TYPE> second;
         ASSERT_TRUE(hxl::Read_Structure_File(tmp, second, msg)) << f << ": " << msg;
@@ -196,6 +199,14 @@ TEST(StructureCif, RoundTripThroughTheWriterIsIdentical) {
         SCOPED_TRACE(f);
         expect_same(first[0], second[0]);
     }
+    // What CIF cannot hold is written so that the file still reads.
+    hxl::STRUCTURE_TYPE odd = read_ok(kDir + "LaB6.cif")[0];
+    odd.block = "a block#with 'odd' names";
+    odd.title = "tab\tand \"both\" 'quotes'";
+    std::vector<hxl::STRUCTURE_TYPE> again;
+    ASSERT_TRUE(hxl::Read_Cif_Structures_Text(hxl::Cif_Structure_Text(odd), "t", again, msg)) << msg;
+    EXPECT_EQ(again[0].block, "a_block_with__odd__names");
+    EXPECT_EQ(again[0].title, "tab?and \"both\" 'quotes'");
     // Anisotropic U survives too, and gives Biso from Ueq when no iso value is given:
     // orthogonal cell, Ueq = (U11 + U22 + U33) / 3 = 0.02.
     const std::string aniso =
@@ -205,7 +216,6 @@ TEST(StructureCif, RoundTripThroughTheWriterIsIdentical) {
         "_atom_site_aniso_U_33\n_atom_site_aniso_U_12\n_atom_site_aniso_U_13\n_atom_site_aniso_U_23\n"
         "Cu1 0.01 0.02 0.03 0.001 0 0\n";
     std::vector<hxl::STRUCTURE_TYPE> a, b;
-    std::string msg;
     ASSERT_TRUE(hxl::Read_Cif_Structures_Text(aniso, "t", a, msg)) << msg;
     EXPECT_NEAR(a[0].atoms[0].biso, 0.02 * 78.956835, 1e-5);
     ASSERT_TRUE(hxl::Read_Cif_Structures_Text(hxl::Cif_Structure_Text(a[0]), "t", b, msg)) << msg;

@@ -61,6 +61,11 @@ TEST(StructureFormats, ShelxAtomsWithFreeVariablesRidingAndSpecialSites) {
     bad.replace(bad.find("21.0"), 4, "31.0");
     EXPECT_FALSE(hxl::Read_Shelx_Structure_Text(bad, st, msg));
     EXPECT_NE(msg.find("free variable 3"), std::string::npos) << msg;
+    // Between 5 and 10 a value is neither a coordinate nor a code of a free variable.
+    bad = kShelx;
+    bad.replace(bad.find("0.1 0.2 0.3 11.0"), 3, "7.5");
+    EXPECT_FALSE(hxl::Read_Shelx_Structure_Text(bad, st, msg));
+    EXPECT_NE(msg.find("atom O1: the value 7.5"), std::string::npos) << msg;
     EXPECT_FALSE(hxl::Read_Shelx_Structure_Text("TITL x\nSFAC C\nC1 1 0 0 0 11 0.01\n", st, msg));
     EXPECT_EQ(msg, "The SHELX file has no CELL line");
     EXPECT_FALSE(hxl::Read_Shelx_Structure_Text("CELL 1 5 5 5 90 90 90\nSYMM x,y\nSFAC C\nC1 1 0 0 0\n", st, msg));
@@ -108,6 +113,10 @@ TEST(StructureFormats, QvlRecordsHaveTheirLayoutAndReadBack) {
     EXPECT_NE(msg.find("QVL line 3:"), std::string::npos) << msg;
     EXPECT_FALSE(hxl::Read_Qvl_Structure_Text("Spgr P 1\nCell 5 5 5 90 90\nAtom O1 O 0 0 0\n", back, msg));
     EXPECT_NE(msg.find("six numbers"), std::string::npos) << msg;
+    // A type that starts like an element but goes on with bytes no file should hold.
+    EXPECT_FALSE(hxl::Read_Qvl_Structure_Text("Spgr P 1\nCell 5 5 5 90 90 90\nAtom Cl1 Cl\xff\xff 0 0 0 1 1\n", back, msg));
+    EXPECT_NE(msg.find("atom Cl1: the label or the type holds a character that is not printable"), std::string::npos)
+        << msg;
     // The panel's free words: type and occupancy may be left out.
     ASSERT_TRUE(hxl::Read_Atom_Words("Fe2  0.1 0.2 0.3 0.4", a, msg)) << msg;
     EXPECT_EQ(a.type, "Fe2");
@@ -185,6 +194,8 @@ TEST(StructureFormats, PcrPhaseWithItsAtomsAndCell) {
     EXPECT_EQ(out[0].sg.number, 14);
     EXPECT_FALSE(hxl::Read_Structure_File(odd, out, msg));
     EXPECT_FALSE(hxl::Read_Structure_File((dir / "zd_no_such_file.qvl").string(), out, msg));
+    EXPECT_FALSE(hxl::Read_Structure_File((dir / "zd_no_such_file.cif").string(), out, msg));
+    EXPECT_NE(msg.find("The CIF file cannot be read"), std::string::npos) << msg;
     for (const auto& f : {pcr, res, odd}) std::filesystem::remove(f);
 }
 
