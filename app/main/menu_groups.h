@@ -13,6 +13,7 @@ void File_Open_Data(int item);
 void File_Open_Folder(int item);
 void File_Open_Structure(int item);  // a structure's calculated pattern over the shown profile
 void Connect_Structure_Overlay();
+void Clear_Structure_Phases();  // File, Reset: no phase is drawn any more
 std::string Structure_Overlay_Dump();  // the phases drawn, for scripts
 void File_Open_Prf(int item);
 void File_Open_Buffer(int item);

@@ -105,9 +105,20 @@ std::string listing(const PHASE_TYPE& ph) {
     return t + buf;
 }
 
+bool in_two_theta(const DIFFRACTION_PATTERN_TYPE& p) {
+    const std::string xs = hxl::Lower(hxl::Trim(p.scat_var));
+    return xs == "2theta" || xs == "omega";
+}
+
 void overlay() {
     const FRAME_LIMITS& f = Graphics_State().frame;
     if (!f.drawn || phases().empty()) return;
+    // Positions are in 2theta: over a profile converted to another X space they would lie.
+    const int slot = First_Shown_Slot();
+    if (slot < 1 || !in_two_theta(zendrite_param_global().pattern[static_cast<std::size_t>(slot)])) {
+        WindowOutStatusBar(4, "Calculated patterns of structures are drawn over profiles in 2theta only");
+        return;
+    }
     const float h = f.ymax - f.ymin;
     for (const PHASE_TYPE& ph : phases()) {
         CURVE_LOOK look;
@@ -145,8 +156,7 @@ void File_Open_Structure(int) {
         return;
     }
     const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(slot)];
-    const std::string xs = hxl::Lower(hxl::Trim(p.scat_var));
-    if (xs != "2theta" && xs != "omega") {
+    if (!in_two_theta(p)) {
         Show_Message("The calculated pattern is drawn over profiles in 2theta; this one is in " + hxl::Trim(p.scat_var));
         return;
     }
@@ -204,6 +214,8 @@ void File_Open_Structure(int) {
     Show_Message(shown.substr(0, shown.size() - 1));
     Plot_Again();
 }
+
+void Clear_Structure_Phases() { phases().clear(); }
 
 void Connect_Structure_Overlay() { Graphics_Hooks().structure_overlay = overlay; }
 
