@@ -84,10 +84,13 @@ void Plot_Again() {
         if (Graphics_Hooks().title_screen) Graphics_Hooks().title_screen();
     } else if (Same(mode, "single") || Same(mode, "multi")) {
         plot_graph2d(g.nperfiles, g.win_xmin, g.win_xmax, g.win_ymin, g.win_ymax);
+        if (Graphics_Hooks().structure_overlay) Graphics_Hooks().structure_overlay();
     } else if (Same(mode, "multi_log")) {
         plot_graph2d(g.nperfiles, g.win_xmin, g.win_xmax, Frame_Y(g.win_ymin, true), Frame_Y(g.win_ymax, true), true);
+        if (Graphics_Hooks().structure_overlay) Graphics_Hooks().structure_overlay();
     } else if (Same(mode, "calculation")) {
         plot_graph2d(g.nperfiles, g.win_xmin, g.win_xmax, g.win_ymin, g.win_ymax);
+        if (Graphics_Hooks().structure_overlay) Graphics_Hooks().structure_overlay();
         Draw_Calc_Overlay();
     } else if (Graphics_Hooks().graph_other) {
         Graphics_Hooks().graph_other(mode);

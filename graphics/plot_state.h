@@ -26,6 +26,7 @@ struct GRAPHICS_HOOKS {
     bool (*fit_running)() = nullptr;
     void (*hkl_overlay)() = nullptr;            // calc_mode 4
     bool (*hklgen_open)() = nullptr;
+    void (*structure_overlay)() = nullptr;      // calculated patterns of structures, every 2D mode
     void (*search_hklgen)(float x, float y) = nullptr;
     void (*graph_other)(const std::string& graph_mode) = nullptr;  // contour and 3D graphs
     // The excluded-region dialog with the limits of the mouse; status false with a text on failure.

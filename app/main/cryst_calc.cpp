@@ -1,6 +1,7 @@
 // "Crystalographic Calc": a cell and a space group in a dialog, and their
 // metrics, group listing and reflection conditions in the text editor, from
 // which the user saves them where he likes.
+#include <sstream>
 #include <string>
 
 #include "app/main/commands.h"
@@ -8,13 +9,14 @@
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
 #include "crystal/cryst_listing.h"
+#include "crystal/magnetic_group.h"
 #include "support/fixed_text.h"
 
 namespace zendrite {
 
 namespace {
 
-constexpr int kCrystCalcDialog = 178, kGroupField = 1787;
+constexpr int kCrystCalcDialog = 178, kGroupField = 1787, kMagneticField = 1788;
 constexpr int kCellFields[6] = {1781, 1782, 1783, 1784, 1785, 1786};
 const char* const kCellLabels[6] = {"a :", "b :", "c :", "alpha :", "beta :", "gamma :"};
 
@@ -22,6 +24,7 @@ const char* const kCellLabels[6] = {"a :", "b :", "c :", "alpha :", "beta :", "g
 struct CRYST_CALC_STATE {
     std::string cell[6] = {"5.5", "5.5", "6.0", "90.0", "90.0", "90.0"};
     std::string group = "P b m n";
+    std::string magnetic;  // BNS, OG or UNI number; blank for none
 };
 CRYST_CALC_STATE& state() {
     static CRYST_CALC_STATE s;
@@ -35,6 +38,7 @@ void define_dialog() {
     std::vector<DIALOG_FIELD> f;
     for (int i = 0; i < 6; ++i) f.push_back(Fld(kCellFields[i], FIELD_KIND::Text, kCellLabels[i]));
     f.push_back(Fld(kGroupField, FIELD_KIND::Text, "Sp. group"));
+    f.push_back(Fld(kMagneticField, FIELD_KIND::Text, "Magnetic group (BNS, OG or UNI number)"));
     WDialogDefine({kCrystCalcDialog, "Crystalographic Calc", {}, f});
 }
 
@@ -48,11 +52,13 @@ void Cryst_Calc(int) {
     WDialogLoad(kCrystCalcDialog);
     for (int i = 0; i < 6; ++i) WDialogPutString(kCellFields[i], s.cell[i]);
     WDialogPutString(kGroupField, s.group);
+    WDialogPutString(kMagneticField, s.magnetic);
     WDialogShow(-1, -1, 0, Modal);
     const bool ok = WInfoDialog(4) == kIdOk;
     CRYST_CALC_STATE given;
     for (int i = 0; i < 6; ++i) WDialogGetString(kCellFields[i], given.cell[i]);
     WDialogGetString(kGroupField, given.group);
+    WDialogGetString(kMagneticField, given.magnetic);
     WDialogUnload();
     if (!ok) return;
     s = given;
@@ -69,6 +75,16 @@ void Cryst_Calc(int) {
     if (!hxl::Crystallographic_Listing(cell, hxl::Trim(given.group), text, message)) {
         Show_Message(message);
         return;
+    }
+    if (!hxl::Is_Blank(given.magnetic)) {
+        hxl::MAGNETIC_GROUP_TYPE mg;
+        if (!hxl::Get_Magnetic_Group(given.magnetic, mg, message)) {
+            Show_Message(message);
+            return;
+        }
+        std::ostringstream listing;
+        hxl::List_Magnetic_Group(mg, listing);
+        text += "\n" + listing.str();
     }
     const std::string file = Temp_Folder() + "zendrite_cryst_calc.txt";
     if (!Write_File_Replace(file, text)) {

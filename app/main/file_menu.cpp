@@ -50,6 +50,7 @@ void File_Result_Command(int item) {
 
 void File_Reset(int) {
     Reset_Store();
+    Clear_Structure_Phases();
     Enter_None_Mode();
     Draw_Title_Screen();
     Update_Status_Bar();

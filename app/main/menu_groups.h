@@ -15,6 +15,10 @@ namespace zendrite {
 // file_menu.cpp
 void File_Open_Data(int item);
 void File_Open_Folder(int item);
+void File_Open_Structure(int item);  // a structure's calculated pattern over the shown profile
+void Connect_Structure_Overlay();
+void Clear_Structure_Phases();  // File, Reset: no phase is drawn any more
+std::string Structure_Overlay_Dump();  // the phases drawn, for scripts
 void File_Open_Prf(int item);
 void File_Open_Buffer(int item);
 void File_Result_Command(int item);  // raw files, numors, saves
@@ -98,7 +102,9 @@ bool Save_All_Indexing(std::string& status);
 // ext_apps_menu.cpp: console, explorer, the indexing programs and Pellan
 void Ext_Run(int item);
 void Ext_Run_Refinement(int item);    // Run Corvane, Run Virelle: run, then load the result
-void Ext_Run_Suite_Window(int item);  // Run Tessara, gLattiq, Quavor, Tindra, Corvane Atelier
+void Ext_Run_Suite_Window(int item);
+void Run_Virelle_On(const std::string& qvl_file);  // the run of Run Virelle on a file already chosen
+void Ext_Prepare_Qvl(int item);       // the form of the pair-distribution input  // Run Tessara, gLattiq, Quavor, Tindra, Corvane Atelier
 // The file a suite window opens for the control file `pcr_file`: the file
 // itself for an empty `ending`, else the same name with `ending` (".inp",
 // ".qvl", "1.fst"); empty when it does not exist or the name has no extension.

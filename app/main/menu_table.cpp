@@ -16,6 +16,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             // File
             {40014, File_Open_Data},
             {kOpenFolderItem, File_Open_Folder},
+            {kOpenStructureItem, File_Open_Structure},
             {40016, File_Open_Prf},
             {40015, File_Open_Buffer},
             {40157, File_Result_Command},
@@ -135,6 +136,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40197, Ext_Run},
             {40135, Ext_Run_Refinement},
             {40207, Ext_Run_Refinement},
+            {40213, Ext_Prepare_Qvl},
             {40117, Ext_Run_Suite_Window},
             {40129, Ext_Run_Suite_Window},
             {40142, Ext_Run_Suite_Window},

@@ -30,6 +30,7 @@ void Connect_Plot() {
     };
     Graphics_Hooks().message = [](const std::string& text) { Show_Message(text); };
     Connect_Hkl_Gen();
+    Connect_Structure_Overlay();
 #endif
 }
 

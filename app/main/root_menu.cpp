@@ -18,6 +18,7 @@ const std::vector<MENU_ENTRY>& entries() {
     static const std::vector<MENU_ENTRY> e = {
         pop("File"),
         it(40014, "Open Pattern file (*.dat)"), it(kOpenFolderItem, "Open folder of patterns..."),
+        it(kOpenStructureItem, "Open structure (CIF, SHELX, QVL, PCR)..."),
         it(40016, "Open Rietveld/Profile file (*.prf)"),
         it(40015, "Open Buffer file (*.buf)"), it(40157, "Open Raw Data file (SLR: KG3, KG2)"),
         pop("Numors"), it(40212, "Open Numor File (NRF)"), it(40211, "NRF Instruments + Numors (Pellan)"),

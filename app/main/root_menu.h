@@ -7,6 +7,7 @@ namespace zendrite {
 inline constexpr int kRootMenu = 30001;
 // File, "Open folder of patterns...": the first number after the original table.
 inline constexpr int kOpenFolderItem = 40230;
+inline constexpr int kOpenStructureItem = 40231;
 inline constexpr int kRecentItems[5] = {40038, 40067, 40068, 40069, 40070};
 
 void Define_Root_Menu();     // registers the template and the toolbar

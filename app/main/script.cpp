@@ -6,6 +6,7 @@
 
 #include "app/main/hkl_gen.h"
 #include "app/main/picture_commands.h"
+#include "app/main/menu_groups.h"
 #include "app/main/quick_view.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
@@ -252,6 +253,9 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         return quick_view_step(line, w, m);
     } else if (cmd == "hklgen" && w.size() == 2) {
         if (!Write_File_Replace(w[1], Hkl_Gen_Dump())) bad(line, "cannot write");
+        return false;
+    } else if (cmd == "phases" && w.size() == 2) {
+        if (!Write_File_Replace(w[1], Structure_Overlay_Dump())) bad(line, "cannot write");
         return false;
     } else if (cmd == "reflections" && w.size() == 2) {
         if (!Write_File_Replace(w[1], Reflections_Under_Mouse())) bad(line, "cannot write");

@@ -42,10 +42,7 @@ bool written_since(const std::string& file, fs::file_time_type start) {
     return !ec && t + std::chrono::seconds(1) >= start;
 }
 
-void run_refinement(const REFINEMENT_RUN& r) {
-    std::string input;
-    WSelectFile(r.filter, LoadDialog, input, r.title);
-    if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(input)) return;  // nothing launched
+void run_on(const REFINEMENT_RUN& r, std::string input) {
     input = hxl::Trim(input);
     CONFIGURATION_TYPE& c = Configuration();
     if (r.program == hxl::SIBLING::Corvane) c.pcr_file = input;
@@ -85,6 +82,13 @@ void run_refinement(const REFINEMENT_RUN& r) {
     Plot_ReMake();
 }
 
+void run_refinement(const REFINEMENT_RUN& r) {
+    std::string input;
+    WSelectFile(r.filter, LoadDialog, input, r.title);
+    if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(input)) return;  // nothing launched
+    run_on(r, input);
+}
+
 // The suite's windows, each on the file of the last refinement that it
 // reads: the control file itself for the editor of control files, else the
 // file of the same name with the program's ending, when it exists.
@@ -119,6 +123,11 @@ std::string Suite_Window_File(const std::string& pcr_file, const char* ending) {
 void Ext_Run_Refinement(int item) {
     for (const REFINEMENT_RUN& r : kRefinements)
         if (r.item == item) run_refinement(r);
+}
+
+void Run_Virelle_On(const std::string& qvl_file) {
+    for (const REFINEMENT_RUN& r : kRefinements)
+        if (r.program == hxl::SIBLING::Virelle) run_on(r, qvl_file);
 }
 
 void Ext_Run_Suite_Window(int item) {

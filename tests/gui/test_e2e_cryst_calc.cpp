@@ -60,3 +60,19 @@ TEST_F(CrystCalc, BadInputGivesItsTextAndOpensNothing) {
     EXPECT_EQ(count(out, "MESSAGE Zendrite-2006"), 5) << out;
     EXPECT_EQ(file("s"), "closed\n") << "no editor was opened";
 }
+
+TEST_F(CrystCalc, AMagneticGroupIsListedAfterTheSpaceGroup) {
+    const std::string s = "dialog 178 set 1788 62.448\n" + fill("5.6", "7.7", "5.4", "90", "90", "90", "P n m a") +
+                          "files " + at("kept.txt") + "\neditor saveas\n" + "dialog 178 set 1788 62.9999\n" +
+                          fill("5.6", "7.7", "5.4", "90", "90", "90", "P n m a");
+    ASSERT_EQ(run(s), 0) << out << err;
+    const std::string t = file("kept.txt");
+    // The magnetic part is the text of zendrite-batch msg.
+    const std::string batch = fs::path(ZD_APP_BIN).parent_path() / "zendrite-batch";
+    EXPECT_EQ(std::system((batch + " msg 62.448 > " + at("msg.txt")).c_str()), 0);
+    const std::string msg = file("msg.txt");
+    ASSERT_GT(msg.size(), 300u);
+    EXPECT_EQ(t.substr(t.size() - msg.size()), msg);
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 | No magnetic space group has the BNS number 62.9999"), std::string::npos)
+        << out;
+}
