@@ -2,6 +2,7 @@
 // The off-screen main window of the drawing benches: a picture of 1200 by 800
 // pixels below the status bar, opened once per program.
 #include <cstdlib>
+#include <string>
 
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
@@ -21,6 +22,33 @@ inline void Start_Bench_Window(const char* program) {
     const int missing = 800 - WInfoWindow(2);
     if (missing > 0) WindowOpen(0, 0, 1200, 800 + missing, "bench");
     started = true;
+}
+
+// The store filled with `profiles` 2theta patterns of `points` from 5 to 155 degrees, of
+// intensities y(slot, point, x), named bench_<slot>.dat; limits as a reader sets them.
+template <class INTENSITY>
+void Fill_Bench_Store(int profiles, int points, float ymax, INTENSITY y) {
+    ZENDRITE_STORE& g = zendrite_param_global();
+    Reset_Store();
+    for (int k = 1; k <= profiles; ++k) {
+        DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
+        p.npts = points;
+        p.x.resize(points);
+        p.y.resize(points);
+        for (int i = 1; i <= points; ++i) {
+            const float x = 5.0f + 150.0f * static_cast<float>(i - 1) / static_cast<float>(points - 1);
+            p.x(i) = x;
+            p.y(i) = y(k, i, x);
+        }
+        p.xmin = p.x(1);
+        p.xmax = p.x(points);
+        p.ymin = 100.0f;
+        p.ymax = ymax;
+        p.scat_var = "2theta";
+        g.info[static_cast<std::size_t>(k)].prf_name = "bench_" + std::to_string(k) + ".dat";
+        g.info[static_cast<std::size_t>(k)].prf_type = "DATA";
+    }
+    g.nperfiles = profiles;
 }
 
 }  // namespace zendrite

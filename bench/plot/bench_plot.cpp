@@ -14,28 +14,10 @@ namespace {
 using namespace zendrite;
 
 void fill_store(int profiles, int points) {
-    ZENDRITE_STORE& g = zendrite_param_global();
-    Reset_Store();
-    for (int k = 1; k <= profiles; ++k) {
-        DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
-        p.npts = points;
-        p.x.resize(points);
-        p.y.resize(points);
-        for (int i = 1; i <= points; ++i) {
-            const float x = 5.0f + 150.0f * static_cast<float>(i - 1) / static_cast<float>(points - 1);
-            p.x(i) = x;
-            p.y(i) = 100.0f + 10.0f * static_cast<float>(k % 50) + 900.0f * std::exp(-std::pow(std::fmod(x, 10.0f) - 5.0f, 2.0f) * 8.0f) +
-                     static_cast<float>((static_cast<long long>(i) * 7919) % 97);
-        }
-        p.xmin = p.x(1);  // the record's limits, as every reader sets them
-        p.xmax = p.x(points);
-        p.ymin = 100.0f;
-        p.ymax = 2200.0f;
-        p.scat_var = "2theta";
-        g.info[static_cast<std::size_t>(k)].prf_name = "bench_" + std::to_string(k) + ".dat";
-        g.info[static_cast<std::size_t>(k)].prf_type = "DATA";
-    }
-    g.nperfiles = profiles;
+    Fill_Bench_Store(profiles, points, 2200.0f, [](int k, int i, float x) {
+        return 100.0f + 10.0f * static_cast<float>(k % 50) + 900.0f * std::exp(-std::pow(std::fmod(x, 10.0f) - 5.0f, 2.0f) * 8.0f) +
+               static_cast<float>((static_cast<long long>(i) * 7919) % 97);
+    });
     Enter_Multi_Mode(false);
     Plot_ReMake();
 }
