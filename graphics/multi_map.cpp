@@ -11,77 +11,170 @@ namespace {
 
 constexpr float kEmpty = std::numeric_limits<float>::quiet_NaN();
 
-// Lowest and highest finite X of a row and how many finite X it has.
-int finite_extent(const MAP_ROW_TYPE& r, double& lo, double& hi) {
-    int count = 0;
+// What one pass over a row tells: its finite X, their extent and their order.
+struct ROW_FACTS {
+    int count = 0;           // finite X
+    double lo = 0, hi = 0;
+    bool rising = true, falling = true;  // over the finite X, in the given order
+    bool all_finite = true;
+    bool y_finite = true;    // every intensity is a number
+    bool trusted = false;    // from the ends alone: see trusted()
+};
+
+bool finite(float v) { return v - v == 0.0f; }  // false for NaN and the infinities
+
+ROW_FACTS facts(const MAP_ROW_TYPE& r) {
+    ROW_FACTS f;
+    if (r.n <= 0) return f;
+    // the usual row first: loops without branches over numbers in rising order
+    int bad_x = 0, bad_y = 0, falls = 0;
+    for (int i = 0; i < r.n; ++i) bad_x += finite(r.x[i]) ? 0 : 1;
+    for (int i = 0; i < r.n; ++i) bad_y += finite(r.y[i]) ? 0 : 1;
+    f.y_finite = bad_y == 0;
+    if (bad_x == 0) {
+        for (int i = 1; i < r.n; ++i) falls += r.x[i] < r.x[i - 1] ? 1 : 0;
+        if (falls == 0) {
+            f.count = r.n;
+            f.lo = r.x[0];
+            f.hi = r.x[r.n - 1];
+            return f;
+        }
+    }
+    double last = 0;
     for (int i = 0; i < r.n; ++i) {
         const double x = r.x[i];
-        if (!std::isfinite(x)) continue;
-        if (count++ == 0) lo = hi = x;
-        lo = std::min(lo, x);
-        hi = std::max(hi, x);
+        if (!std::isfinite(x)) {
+            f.all_finite = false;
+            continue;
+        }
+        if (f.count++ == 0) {
+            f.lo = f.hi = last = x;
+            continue;
+        }
+        f.rising = f.rising && x >= last;
+        f.falling = f.falling && x <= last;
+        f.lo = std::min(f.lo, x);
+        f.hi = std::max(f.hi, x);
+        last = x;
     }
+    return f;
+}
+
+int finite_extent(const MAP_ROW_TYPE& r, double& lo, double& hi) {
+    int count = 0;
+    float l = 0, h = 0;
+    for (int i = 0; i < r.n; ++i) {
+        const float x = r.x[i];
+        if (!finite(x)) continue;
+        l = count == 0 ? x : std::min(l, x);
+        h = count == 0 ? x : std::max(h, x);
+        ++count;
+    }
+    lo = l, hi = h;
     return count;
 }
 
-// The row's points in rising X: the given order, reversed, or sorted when neither.
-std::vector<int> rising_order(const MAP_ROW_TYPE& r) {
+// The row's points in rising X when they are not already: reversed, or sorted.
+std::vector<int> rising_order(const MAP_ROW_TYPE& r, const ROW_FACTS& f) {
     std::vector<int> idx;
-    idx.reserve(static_cast<std::size_t>(r.n));
+    idx.reserve(static_cast<std::size_t>(f.count));
     for (int i = 0; i < r.n; ++i)
         if (std::isfinite(r.x[i])) idx.push_back(i);
-    bool up = true, down = true;
-    for (std::size_t k = 1; k < idx.size(); ++k) {
-        up = up && r.x[idx[k]] >= r.x[idx[k - 1]];
-        down = down && r.x[idx[k]] <= r.x[idx[k - 1]];
-    }
-    if (!up && down) std::reverse(idx.begin(), idx.end());
-    else if (!up) std::stable_sort(idx.begin(), idx.end(), [&](int a, int b) { return r.x[a] < r.x[b]; });
+    if (f.falling) std::reverse(idx.begin(), idx.end());
+    else std::stable_sort(idx.begin(), idx.end(), [&](int a, int b) { return r.x[a] < r.x[b]; });
     return idx;
 }
 
-// Sums of the interpolation over each cell and the covered lengths, accumulated in double:
-// a cell may gather thousands of short segments.
-void fill_row(const MAP_ROW_TYPE& r, const MULTI_MAP_TYPE& m, std::vector<double>& sum, std::vector<double>& len,
-              float* out) {
-    double first = 0, last = 0;
-    const int count = finite_extent(r, first, last);
+// Each cell takes the integral of the interpolation over it divided by the length it
+// covers. Both are running sums from the first point, read at the cell edges in one walk
+// along the points; sums in double, as thousands of pieces add up before a difference.
+// Facts taken on trust from the ends of the row, as nearly every row is numbers in rising X;
+// fill_row checks them on its way along the row.
+ROW_FACTS trusted(const MAP_ROW_TYPE& r) {
+    if (r.n < 2 || !finite(r.x[0]) || !finite(r.x[r.n - 1]) || !(r.x[r.n - 1] > r.x[0]) || !finite(r.y[0])) return facts(r);
+    ROW_FACTS f;
+    f.count = r.n;
+    f.lo = r.x[0];
+    f.hi = r.x[r.n - 1];
+    f.trusted = true;
+    return f;
+}
+
+// False when facts taken on trust turn out wrong: the row is then to be read again.
+bool fill_row(const MAP_ROW_TYPE& r, const ROW_FACTS& f, const MULTI_MAP_TYPE& m, float* out) {
     std::fill(out, out + m.ncols, kEmpty);
-    if (count == 0) return;
-    if (count == 1) {
+    if (f.count == 0) return true;
+    if (f.count == 1) {
         for (int i = 0; i < r.n; ++i) {
             if (!std::isfinite(r.x[i]) || !std::isfinite(r.y[i])) continue;
             if (r.x[i] < m.xlo || r.x[i] > m.xhi) continue;
             const int j = std::clamp(static_cast<int>(std::floor((r.x[i] - m.xlo) / m.step)), 0, m.ncols - 1);
             out[j] = r.y[i];
         }
-        return;
+        return true;
     }
-    std::fill(sum.begin(), sum.end(), 0.0);
-    std::fill(len.begin(), len.end(), 0.0);
-    const std::vector<int> idx = rising_order(r);
-    for (std::size_t k = 1; k < idx.size(); ++k) {
-        const double xa = r.x[idx[k - 1]], xb = r.x[idx[k]];
-        const double ya = r.y[idx[k - 1]], yb = r.y[idx[k]];
-        if (!(xb > xa) || !std::isfinite(ya) || !std::isfinite(yb)) continue;
-        if (xb <= m.xlo || xa >= m.xhi) continue;
-        const double slope = (yb - ya) / (xb - xa);
-        const double a = std::max(xa, m.xlo), b = std::min(xb, m.xhi);
-        const int j0 = std::clamp(static_cast<int>(std::floor((a - m.xlo) / m.step)), 0, m.ncols - 1);
-        const int j1 = std::clamp(static_cast<int>(std::floor((b - m.xlo) / m.step)), 0, m.ncols - 1);
-        for (int j = j0; j <= j1; ++j) {
-            const double cl = std::max(a, m.xlo + j * m.step), cr = std::min(b, m.xlo + (j + 1) * m.step);
-            if (!(cr > cl)) continue;
-            // the mean of a straight piece is its value at the middle
-            sum[static_cast<std::size_t>(j)] += (cr - cl) * (ya + slope * (0.5 * (cl + cr) - xa));
-            len[static_cast<std::size_t>(j)] += cr - cl;
+    std::vector<int> idx;
+    const bool direct = f.all_finite && f.rising;
+    if (!direct) idx = rising_order(r, f);
+    const int n = direct ? r.n : static_cast<int>(idx.size());
+    auto at = [&](int k) { return direct ? k : idx[static_cast<std::size_t>(k)]; };
+    int p = 0;  // the piece from point p to p+1 holds the edge being read
+    double area = 0, covered = 0;  // from the first point to point p
+    // the common row: numbers throughout, in rising X; every piece counts, so the covered
+    // length is the distance from the first point
+    const bool plain = direct && f.y_finite;
+    bool broken = false;
+    const float* px = r.x;
+    const float* py = r.y;
+    auto read_plain = [&](double x, double& a, double& c) {
+        // the few pieces inside one cell are summed in float: the difference of two near
+        // floats is exact, and the running total over the row stays in double
+        float part = 0;
+        bool bad = false;
+        while (p + 1 < n && px[p + 1] <= x) {
+            const float dx = px[p + 1] - px[p];
+            bad |= !(dx >= 0.0f) | !finite(py[p + 1]);
+            part += dx * (py[p] + py[p + 1]);
+            ++p;
         }
-    }
+        area += 0.5 * part;
+        broken |= bad;
+        a = area, c = static_cast<double>(px[p]) - px[0];
+        if (p + 1 >= n || !(x > px[p]) || !(px[p + 1] > px[p])) return;
+        const double t = x - px[p];
+        a += 0.5 * t * (2.0 * py[p] + (static_cast<double>(py[p + 1]) - py[p]) * t / (static_cast<double>(px[p + 1]) - px[p]));
+        c += t;
+    };
+    auto read_any = [&](double x, double& a, double& c) {
+        while (p + 1 < n && r.x[at(p + 1)] <= x) {
+            const double xa = r.x[at(p)], xb = r.x[at(p + 1)], ya = r.y[at(p)], yb = r.y[at(p + 1)];
+            if (xb > xa && std::isfinite(ya) && std::isfinite(yb)) area += 0.5 * (xb - xa) * (ya + yb), covered += xb - xa;
+            ++p;
+        }
+        a = area, c = covered;
+        if (p + 1 >= n) return;
+        const double xa = r.x[at(p)], xb = r.x[at(p + 1)], ya = r.y[at(p)], yb = r.y[at(p + 1)];
+        if (!(x > xa) || !(xb > xa) || !std::isfinite(ya) || !std::isfinite(yb)) return;
+        const double t = x - xa;
+        a += 0.5 * t * (2 * ya + (yb - ya) * t / (xb - xa));
+        c += t;
+    };
+    auto read = [&](double x, double& a, double& c) {
+        if (plain) read_plain(x, a, c);
+        else read_any(x, a, c);
+    };
+    double a0 = 0, c0 = 0;
+    read(m.xlo, a0, c0);
     for (int j = 0; j < m.ncols; ++j) {
-        const double c = m.xlo + (j + 0.5) * m.step;
-        if (c < first || c > last || !(len[static_cast<std::size_t>(j)] > 0)) continue;
-        out[j] = static_cast<float>(sum[static_cast<std::size_t>(j)] / len[static_cast<std::size_t>(j)]);
+        double a1 = 0, c1 = 0;
+        read(m.xlo + (j + 1) * m.step, a1, c1);
+        const double centre = m.xlo + (j + 0.5) * m.step;
+        if (centre >= f.lo && centre <= f.hi && c1 - c0 > 0) out[j] = static_cast<float>((a1 - a0) / (c1 - c0));
+        a0 = a1, c0 = c1;
     }
+    if (!f.trusted) return true;
+    for (int i = p + 1; i < n; ++i) broken |= !(px[i] >= px[i - 1]) | !finite(py[i]);
+    return !broken;
 }
 
 // For each of `pixels` equal pieces of [p1, p2], the (index, overlap) of the intervals
@@ -117,19 +210,25 @@ bool Map_X_Range(const std::vector<MAP_ROW_TYPE>& rows, double& xlo, double& xhi
     return any;
 }
 
-int Map_Columns(const std::vector<MAP_ROW_TYPE>& rows, double xlo, double xhi, int max_cols) {
+namespace {
+int columns(const std::vector<ROW_FACTS>& all, double xlo, double xhi, int max_cols) {
     max_cols = std::max(max_cols, 1);
     double finest = 0;
-    for (const MAP_ROW_TYPE& r : rows) {
-        double lo = 0, hi = 0;
-        const int count = finite_extent(r, lo, hi);
-        if (count < 2 || !(hi > lo)) continue;
-        const double step = (hi - lo) / (count - 1);
+    for (const ROW_FACTS& f : all) {
+        if (f.count < 2 || !(f.hi > f.lo)) continue;
+        const double step = (f.hi - f.lo) / (f.count - 1);
         if (finest == 0 || step < finest) finest = step;
     }
     if (!(finest > 0) || !(xhi > xlo)) return max_cols;
     const double cells = std::ceil((xhi - xlo) / finest - 1e-9);
     return static_cast<int>(std::clamp(cells, 1.0, static_cast<double>(max_cols)));
+}
+}  // namespace
+
+int Map_Columns(const std::vector<MAP_ROW_TYPE>& rows, double xlo, double xhi, int max_cols) {
+    std::vector<ROW_FACTS> all;
+    for (const MAP_ROW_TYPE& r : rows) all.push_back(facts(r));
+    return columns(all, xlo, xhi, max_cols);
 }
 
 void Build_Multi_Map(const std::vector<MAP_ROW_TYPE>& rows, double xlo, double xhi, int max_cols,
@@ -140,14 +239,23 @@ void Build_Multi_Map(const std::vector<MAP_ROW_TYPE>& rows, double xlo, double x
         xhi += pad;
     }
     map.nrows = static_cast<int>(rows.size());
-    map.ncols = Map_Columns(rows, xlo, xhi, max_cols);
-    map.xlo = xlo;
-    map.xhi = xhi;
-    map.step = (xhi - xlo) / map.ncols;
-    map.z.assign(static_cast<std::size_t>(map.nrows) * map.ncols, kEmpty);
-    std::vector<double> sum(static_cast<std::size_t>(map.ncols)), len(static_cast<std::size_t>(map.ncols));
-    for (int i = 0; i < map.nrows; ++i)
-        fill_row(rows[static_cast<std::size_t>(i)], map, sum, len, map.z.data() + static_cast<std::size_t>(i) * map.ncols);
+    std::vector<ROW_FACTS> all;
+    all.reserve(rows.size());
+    for (const MAP_ROW_TYPE& r : rows) all.push_back(trusted(r));
+    // a row that broke the trust may change the grid: then every row is read with its true facts
+    for (int pass = 0; pass < 2; ++pass) {
+        map.ncols = columns(all, xlo, xhi, max_cols);
+        map.xlo = xlo;
+        map.xhi = xhi;
+        map.step = (xhi - xlo) / map.ncols;
+        map.z.assign(static_cast<std::size_t>(map.nrows) * map.ncols, kEmpty);
+        bool held = true;
+        for (int i = 0; i < map.nrows && held; ++i)
+            held = fill_row(rows[static_cast<std::size_t>(i)], all[static_cast<std::size_t>(i)], map,
+                            map.z.data() + static_cast<std::size_t>(i) * map.ncols);
+        if (held) return;
+        for (std::size_t i = 0; i < rows.size(); ++i) all[i] = facts(rows[i]);
+    }
 }
 
 bool Map_Z_Range(const MULTI_MAP_TYPE& map, float& zmin, float& zmax, float& lowest_positive) {

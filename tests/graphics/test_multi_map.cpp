@@ -96,6 +96,12 @@ TEST(MultiMap, BadRowsGiveEmptyCellsNotNumbers) {
     for (int c = 1; c <= 3; ++c) EXPECT_TRUE(std::isnan(m.At(3, c)));
     EXPECT_TRUE(std::isnan(m.At(4, 1)));  // the point of NaN X is left out: the row starts at 1
     EXPECT_FLOAT_EQ(m.At(4, 2), 5.5f);
+    // numbers at both ends but out of order inside: read as sorted, y = x
+    const std::vector<float> xu = {0, 2, 1, 3}, yu = {0, 2, 1, 3};
+    Build_Multi_Map({row(xu, yu)}, 0, 3, 3, m);
+    EXPECT_FLOAT_EQ(m.At(1, 1), 0.5f);
+    EXPECT_FLOAT_EQ(m.At(1, 2), 1.5f);
+    EXPECT_FLOAT_EQ(m.At(1, 3), 2.5f);
     // no range at all: one point everywhere still gives a map around it
     const std::vector<float> xs = {4}, ys = {2};
     Build_Multi_Map({row(xs, ys), row(xs, ys)}, 4, 4, 10, m);
