@@ -292,6 +292,10 @@ void IPgMarker(int set, int marker);
 void IPgNewSet(int set);  // the set the next curve belongs to
 void IPgXYLine(const float* x, const float* y, int n);
 void IPgXYMarkers(const float* x, const float* y, int n);
+// Many polylines in the frame's data units with one painter, each in its own colour (WRGB)
+// and the present set's line width; smoothed, and clipped to the frame.
+void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<std::vector<float>>& y,
+                  const std::vector<int>& colours);
 void IPgErrorBars(const float* x, const float* y_low, const float* y_high, int n);
 inline void IPgXYLine(const hxl::Array1<float>& x, const hxl::Array1<float>& y, int n) {
     IPgXYLine(x.data(), y.data(), n);

@@ -11,17 +11,21 @@ constexpr double kDeg = 3.14159265358979323846 / 180.0;
 constexpr float kNone = -std::numeric_limits<float>::infinity();
 }  // namespace
 
-PROJECTED_TYPE Project(const VIEW_3D_TYPE& view, double x, double d, double h) {
-    const double cr = std::cos(view.rotation * kDeg), sr = std::sin(view.rotation * kDeg);
-    const double ce = std::cos(view.elevation * kDeg), se = std::sin(view.elevation * kDeg);
+PROJECTOR_TYPE::PROJECTOR_TYPE(const VIEW_3D_TYPE& view)
+    : cr(std::cos(view.rotation * kDeg)), sr(std::sin(view.rotation * kDeg)), ce(std::cos(view.elevation * kDeg)),
+      se(std::sin(view.elevation * kDeg)), height(view.height), offset(view.offset) {}
+
+PROJECTED_TYPE PROJECTOR_TYPE::operator()(double x, double d, double h) const {
     const double across = (x - 0.5) * cr + (d - 0.5) * sr;
     const double away = -(x - 0.5) * sr + (d - 0.5) * cr;
     PROJECTED_TYPE p;
     p.u = across;
-    p.w = h * view.height * ce + away * se + view.offset * view.height * d;
-    p.depth = away * ce - h * view.height * se;
+    p.w = h * height * ce + away * se + offset * height * d;
+    p.depth = away * ce - h * height * se;
     return p;
 }
+
+PROJECTED_TYPE Project(const VIEW_3D_TYPE& view, double x, double d, double h) { return PROJECTOR_TYPE(view)(x, d, h); }
 
 void Projected_Box(const VIEW_3D_TYPE& view, double& umin, double& umax, double& wmin, double& wmax) {
     bool first = true;
@@ -47,7 +51,8 @@ void Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HO
     const std::size_t n = std::min(u.size(), w.size());
     if (width == 0 || n == 0) return;
     // the line at the centre of each column it crosses; where it folds back, its highest point
-    std::vector<float> at(static_cast<std::size_t>(width), kNone);
+    std::vector<float>& at = horizon.line;
+    at.assign(static_cast<std::size_t>(width), kNone);
     int c0 = width, c1 = -1;
     auto put = [&](int c, double v) {
         if (c < 0 || c >= width || !std::isfinite(v)) return;
@@ -186,8 +191,9 @@ void Render_Surface(const std::vector<float>& heights, const std::vector<unsigne
     // one row alone still shows: it is given the depth of a thin strip
     const int nr = std::max(rows, 2);
     auto at = [&](int r, int c) { return heights[static_cast<std::size_t>(std::min(r, rows - 1)) * cols + c]; };
+    const PROJECTOR_TYPE project(view);
     auto vertex = [&](int r, int c) {
-        const PROJECTED_TYPE p = Project(view, c / double(cols - 1), r / double(nr - 1), at(r, c));
+        const PROJECTED_TYPE p = project(c / double(cols - 1), r / double(nr - 1), at(r, c));
         return VERTEX{(p.u - umin) * su, (wmax - p.w) * sw, p.depth};
     };
     // light from the viewer's upper left, in the box's own axes

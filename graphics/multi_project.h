@@ -18,6 +18,12 @@ struct PROJECTED_TYPE {
     double depth = 0;     // larger is farther from the viewer
 };
 PROJECTED_TYPE Project(const VIEW_3D_TYPE& view, double x, double d, double h);
+// The same with the angles' sines and cosines worked out once, for many points.
+struct PROJECTOR_TYPE {
+    explicit PROJECTOR_TYPE(const VIEW_3D_TYPE& view);
+    PROJECTED_TYPE operator()(double x, double d, double h) const;
+    double cr = 1, sr = 0, ce = 1, se = 0, height = 1, offset = 0;
+};
 
 // Extent on the screen of the whole box.
 void Projected_Box(const VIEW_3D_TYPE& view, double& umin, double& umax, double& wmin, double& wmax);
@@ -29,6 +35,7 @@ bool First_Row_In_Front(const VIEW_3D_TYPE& view);
 // point drawn so far. A point hidden under it lies behind a nearer pattern.
 struct HORIZON_TYPE {
     std::vector<float> top;
+    std::vector<float> line;  // work space of Visible_Pieces
     void Reset(int width);
 };
 

@@ -2,6 +2,7 @@
 // what lies under it; and the box axes that the 3D views share.
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "app/present.h"
 #include "graphics/multi_parts.h"
@@ -99,24 +100,32 @@ void Draw_Stack(int width, int height, const MULTI_ROWS_TYPE& rows) {
     hxl::HORIZON_TYPE horizon;
     horizon.Reset(f.px_width);
     std::vector<float> u(static_cast<std::size_t>(map.ncols)), w(static_cast<std::size_t>(map.ncols));
-    std::vector<std::vector<float>> pu, pw;
+    std::vector<std::vector<float>> pu, pw, all_u, all_w;
+    std::vector<int> colours;
     const bool front_first = hxl::First_Row_In_Front(view);
+    const hxl::PROJECTOR_TYPE project(view);
     const int nr = map.nrows;
     for (int k = 0; k < nr && any; ++k) {
         const int row = front_first ? k + 1 : nr - k;
         const double d = nr > 1 ? (row - 1) / double(nr - 1) : 0;
         for (int c = 1; c <= map.ncols; ++c) {
             const float z = map.At(row, c);
-            const hxl::PROJECTED_TYPE p = hxl::Project(view, (c - 0.5) / map.ncols, d, std::isfinite(z) ? (z - zmin) / zr : 0);
+            const hxl::PROJECTED_TYPE p = project((c - 0.5) / map.ncols, d, std::isfinite(z) ? (z - zmin) / zr : 0);
             u[static_cast<std::size_t>(c - 1)] = static_cast<float>((p.u - umin) * su);
             w[static_cast<std::size_t>(c - 1)] = std::isfinite(z) ? static_cast<float>((p.w - wmin) * sw) : NAN;
         }
         hxl::Visible_Pieces(u, w, horizon, pu, pw);
         // the rows run along the scale from dark blue to green, so that neighbours can be told apart
-        IPgStyle(1, PgNoFill, 1, wrgb(hxl::Scale_Colour(hxl::kScaleViridis, 0.05 + 0.7 * d)), 0, 1);
-        for (std::size_t i = 0; i < pu.size(); ++i)
-            if (pu[i].size() >= 2) IPgXYLine(pu[i].data(), pw[i].data(), static_cast<int>(pu[i].size()));
+        const int colour = wrgb(hxl::Scale_Colour(hxl::kScaleViridis, 0.05 + 0.7 * d));
+        for (std::size_t i = 0; i < pu.size(); ++i) {
+            if (pu[i].size() < 2) continue;
+            all_u.push_back(std::move(pu[i]));
+            all_w.push_back(std::move(pw[i]));
+            colours.push_back(colour);
+        }
     }
+    IPgStyle(1, PgNoFill, 1, 0, 0, 1);
+    IPgPolylines(all_u, all_w, colours);
     Draw_Box_Axes(view, f, map.xlo, map.xhi, rows, zmin, zmax);
     const float ph = static_cast<float>(s.page_height);
     std::string title = "Stack of " + std::to_string(rows.slots.size()) + " patterns";
