@@ -73,6 +73,28 @@ void colour_bar(const MULTI_FRAME_TYPE& f, int scale, double lo, double hi, bool
     Multi_Text(b2 + 0.075f * pw, 0.5f * (f.bottom + f.top), log ? "Intensity (log scale)" : "Intensity", 0, 12, 90);
 }
 
+// The chosen iso-lines over the map, white on viridis and red on grey.
+void iso_lines(const std::vector<float>& raster, const MULTI_FRAME_TYPE& f, double x1, double x2, double y1, double y2,
+               const MULTI_VIEW_STATE& st) {
+    std::vector<std::vector<float>> xs, ys;
+    std::vector<float> sx, sy;
+    for (double level : st.levels) {
+        hxl::Iso_Segments(raster, f.px_width, f.px_height, level, sx, sy);
+        for (std::size_t k = 0; k + 1 < sx.size(); k += 2) {
+            std::vector<float> a(2), b(2);
+            for (int e = 0; e < 2; ++e) {
+                a[static_cast<std::size_t>(e)] = static_cast<float>(x1 + sx[k + static_cast<std::size_t>(e)] / f.px_width * (x2 - x1));
+                b[static_cast<std::size_t>(e)] = static_cast<float>(y2 - sy[k + static_cast<std::size_t>(e)] / f.px_height * (y2 - y1));
+            }
+            xs.push_back(std::move(a));
+            ys.push_back(std::move(b));
+        }
+    }
+    if (xs.empty()) return;
+    IPgStyle(1, PgNoFill, 1, 0, 0, 1);
+    IPgPolylines(xs, ys, std::vector<int>(xs.size(), st.colour_scale == hxl::kScaleGrey ? WRGB(220, 0, 0) : WRGB(255, 255, 255)));
+}
+
 }  // namespace
 
 void Draw_Contour(bool log, int width, int height, const MULTI_ROWS_TYPE& rows) {
@@ -103,6 +125,7 @@ void Draw_Contour(bool log, int width, int height, const MULTI_ROWS_TYPE& rows) 
 
     IPgArea(s.zone_left, s.zone_bottom, s.zone_right, s.zone_top);
     IPgUnits(static_cast<float>(x1), static_cast<float>(y1), static_cast<float>(x2), static_cast<float>(y2));
+    iso_lines(raster, f, x1, x2, y1, y2, st);
     IGrColourN(s.x_scale.colour);
     WGrTextFont(1, 0, 0.012f, 0.024f);
     IPgXScale("TN");

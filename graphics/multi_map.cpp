@@ -330,6 +330,40 @@ void Map_Raster(const MULTI_MAP_TYPE& map, const std::vector<double>& row_low, c
     }
 }
 
+void Iso_Segments(const std::vector<float>& grid, int width, int height, double level, std::vector<float>& x,
+                  std::vector<float>& y) {
+    x.clear();
+    y.clear();
+    if (width < 2 || height < 2 || grid.size() < static_cast<std::size_t>(width) * height) return;
+    auto v = [&](int i, int j) { return static_cast<double>(grid[static_cast<std::size_t>(j) * width + i]); };
+    for (int j = 0; j + 1 < height; ++j)
+        for (int i = 0; i + 1 < width; ++i) {
+            // corners in turn round the square: its edges top, right, bottom, left
+            const int ci[4] = {i, i + 1, i + 1, i}, cj[4] = {j, j, j + 1, j + 1};
+            double c[4];
+            bool empty = false;
+            for (int k = 0; k < 4; ++k) {
+                c[k] = v(ci[k], cj[k]);
+                empty = empty || !std::isfinite(c[k]);
+            }
+            if (empty) continue;
+            float px[4], py[4];
+            int n = 0;
+            for (int k = 0; k < 4; ++k) {
+                const int l = (k + 1) % 4;
+                if ((c[k] < level) == (c[l] < level)) continue;
+                const double t = (level - c[k]) / (c[l] - c[k]);
+                px[n] = static_cast<float>(ci[k] + 0.5 + t * (ci[l] - ci[k]));
+                py[n] = static_cast<float>(cj[k] + 0.5 + t * (cj[l] - cj[k]));
+                ++n;
+            }
+            for (int k = 0; k + 1 < n; k += 2) {
+                x.push_back(px[k]), y.push_back(py[k]);
+                x.push_back(px[k + 1]), y.push_back(py[k + 1]);
+            }
+        }
+}
+
 double Scale_Fraction(double value, double lo, double hi, bool log) {
     if (std::isnan(value)) return value;
     if (log) {

@@ -53,6 +53,12 @@ bool Row_Bands(const std::vector<double>& values, std::vector<double>& low, std:
 void Map_Raster(const MULTI_MAP_TYPE& map, const std::vector<double>& row_low, const std::vector<double>& row_high,
                 double x1, double x2, double y1, double y2, int width, int height, std::vector<float>& out);
 
+// The iso-line of `level` through a picture of values (width x height, first row the top,
+// NaN empty), as segments: points 2k and 2k+1 of x, y join, in pixel units with the centre
+// of pixel (i, j) at (i + 0.5, j + 0.5). Squares with an empty corner give none.
+void Iso_Segments(const std::vector<float>& grid, int width, int height, double level, std::vector<float>& x,
+                  std::vector<float>& y);
+
 // Colour scales: 1 viridis, 2 grey (black low, white high).
 inline constexpr int kScaleViridis = 1, kScaleGrey = 2;
 // Colour of the fraction t (0..1, clamped) as 0xRRGGBB.

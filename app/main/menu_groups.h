@@ -31,7 +31,8 @@ void Plot_Multi_View(int item);  // Graph 3D, Graph 2D Contour (and log), Graph 
 // Greys the commands the many-pattern views cannot serve while one is shown, and gives
 // them back their states after; called at every change of mode.
 void Multi_View_Menus();
-// Script settings of the views, as words: "view scale viridis|grey", "view offset F"; false
+// Script settings of the views, as words: "view scale viridis|grey", "view offset F",
+// "view levels I..." (the iso-lines of the contour map, none without values); false
 // when not understood.
 bool Multi_View_Setting(const std::vector<std::string>& words);
 

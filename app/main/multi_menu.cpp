@@ -1,5 +1,6 @@
 // Graph 3D, Graph 2D Contour (linear and log) and Graph 3D Surface, and the menu items that
 // those views cannot serve: the commands that end with the limits of the 2D graph.
+#include <cmath>
 #include <map>
 
 #include "app/main/menu_groups.h"
@@ -58,6 +59,15 @@ bool Multi_View_Setting(const std::vector<std::string>& words) {
     MULTI_VIEW_STATE& st = Multi_View_State();
     if (words.size() == 3 && words[1] == "scale" && (words[2] == "viridis" || words[2] == "grey")) {
         st.colour_scale = words[2] == "grey" ? 2 : 1;
+    } else if (words.size() >= 2 && words[1] == "levels") {
+        std::vector<double> levels;
+        for (std::size_t i = 2; i < words.size(); ++i) {
+            int err = 0;
+            const double v = IStringToReal(words[i], err);
+            if (err || !std::isfinite(v)) return false;
+            levels.push_back(v);
+        }
+        st.levels = levels;
     } else if (words.size() == 3 && words[1] == "offset") {
         int err = 0;
         const double v = IStringToReal(words[2], err);

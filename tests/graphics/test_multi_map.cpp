@@ -3,6 +3,7 @@
 // midpoints of row values) and the published ends and middle of the viridis scale.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -166,6 +167,26 @@ TEST(MultiMap, PictureAveragesOrRepeatsCellsWithTheFirstRowOnTop) {
     EXPECT_TRUE(std::isnan(p[2]));
     Map_Raster(m, lo, hi, 5, 7, 0.5, 2.5, 2, 2, p);  // beyond the map
     EXPECT_TRUE(std::isnan(p[0]));
+}
+
+TEST(MultiMap, IsoLinesCrossTheSquaresWhereTheLevelLies) {
+    std::vector<float> x, y;
+    // 0 | 10 over two rows: the line of 5 runs down the middle, x = 1
+    Iso_Segments({0, 10, 0, 10}, 2, 2, 5, x, y);
+    ASSERT_EQ(x.size(), 2u);
+    EXPECT_FLOAT_EQ(x[0], 1.0f);
+    EXPECT_FLOAT_EQ(x[1], 1.0f);
+    EXPECT_FLOAT_EQ(std::min(y[0], y[1]), 0.5f);
+    EXPECT_FLOAT_EQ(std::max(y[0], y[1]), 1.5f);
+    Iso_Segments({0, 10, 0, 10}, 2, 2, 2.5, x, y);  // a quarter of the way
+    EXPECT_FLOAT_EQ(x[0], 0.75f);
+    // a peak in the middle of 3 x 3: the level 5 closes round it in four segments
+    Iso_Segments({0, 0, 0, 0, 10, 0, 0, 0, 0}, 3, 3, 5, x, y);
+    EXPECT_EQ(x.size(), 8u);
+    Iso_Segments({0, 0, 0, 0}, 2, 2, 5, x, y);  // nowhere near
+    EXPECT_TRUE(x.empty());
+    Iso_Segments({0, std::nanf(""), 0, 10}, 2, 2, 5, x, y);  // an empty corner
+    EXPECT_TRUE(x.empty());
 }
 
 TEST(MultiMap, ScalesLinearLogAndTheirColours) {
