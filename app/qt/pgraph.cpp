@@ -324,18 +324,30 @@ void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<st
     In_Frame f;
     QImage* t = Target();
     if (!t) return;
-    QPainter p(t);
-    p.setClipRect(f.clip());
-    // hundreds of lines are denser than the pixels: smoothing would only blur them
-    if (x.size() <= 400) p.setRenderHint(QPainter::Antialiasing);
+    // hundreds of lines are denser than the pixels: smoothing would only blur them, and
+    // one-pixel lines are then written straight into the picture
+    const bool dense = x.size() > 400;
+    const bool direct = dense && std::clamp(set_now().line_width, 1, 5) == 1 && set_now().line_type == 0 &&
+                        L().gr.plot_mode != PlotXor && Raster_Direct(*t);
+    QPainter p;
+    if (!direct) {
+        p.begin(t);
+        p.setClipRect(f.clip());
+        if (!dense) p.setRenderHint(QPainter::Antialiasing);
+    }
     QPen pen = set_pen(set_now(), false);
     const PIXEL_MAP map = Pixel_Map();
+    const QRect clip = f.clip().toAlignedRect();
     QPolygonF poly;
     for (std::size_t k = 0; k < std::min({x.size(), y.size(), colours.size()}); ++k) {
         poly.clear();
         for (std::size_t i = 0; i < std::min(x[k].size(), y[k].size()); ++i)
             if (std::isfinite(x[k][i]) && std::isfinite(y[k][i])) poly << map(x[k][i], y[k][i]);
         if (poly.size() < 2) continue;
+        if (direct) {
+            Raster_Polyline(*t, clip, poly.constData(), static_cast<int>(poly.size()), Colour(colours[k]).rgb());
+            continue;
+        }
         pen.setColor(Colour(colours[k]));
         p.setPen(pen);
         p.drawPolyline(poly);
