@@ -256,6 +256,11 @@ void IGrPolygonGrad(const std::vector<float>& x, const std::vector<float>& y, in
 void IGrTriangle(float x1, float y1, float x2, float y2, float x3, float y3);
 void IGrTrapezium(float x1, float y1, float x2, float y2, float x3, float y3, float x4, float y4);
 void IGrMarker(float x, float y, int marker, float size);  // marker 1 none, 2 circle, 3..8 others
+// A picture of width x height pixels (0xRRGGBB, the first row the top) stretched over the
+// rectangle (x1, y1)-(x2, y2) in user units, pixel for pixel, without smoothing; a pixel of
+// value kNoPixel leaves the target as it is. Vector files hold it as an embedded bitmap.
+inline constexpr unsigned kNoPixel = 0xFF000000u;
+void IGrImage(float x1, float y1, float x2, float y2, int width, int height, const std::vector<unsigned>& rgb);
 // font 1 sans, 2 serif, 3 fixed; style 0 plain, 1 bold, 2 italic; width and height as fractions of the target
 void WGrTextFont(int font, int style, float width, float height);
 void WGrTextOrientation(float degrees);
@@ -316,6 +321,10 @@ void IPgMarker(int set, int marker);
 void IPgNewSet(int set);  // the set the next curve belongs to
 void IPgXYLine(const float* x, const float* y, int n);
 void IPgXYMarkers(const float* x, const float* y, int n);
+// Many polylines in the frame's data units with one painter, each in its own colour (WRGB)
+// and the present set's line width; smoothed, and clipped to the frame.
+void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<std::vector<float>>& y,
+                  const std::vector<int>& colours);
 void IPgErrorBars(const float* x, const float* y_low, const float* y_high, int n);
 inline void IPgXYLine(const hxl::Array1<float>& x, const hxl::Array1<float>& y, int n) {
     IPgXYLine(x.data(), y.data(), n);

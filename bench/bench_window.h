@@ -26,9 +26,10 @@ inline void Start_Bench_Window(const char* program) {
     started = true;
 }
 
-// `profiles` made-up patterns of `points` points (peaks every 10 degrees over a ramp of
-// noise), shown together in the multi mode and drawn once.
-inline void Fill_Bench_Store(int profiles, int points) {
+// The store filled with `profiles` 2theta patterns of `points` from 5 to 155 degrees, of
+// intensities y(slot, point, x), named bench_<slot>.dat; limits as a reader sets them.
+template <class INTENSITY>
+void Fill_Bench_Store(int profiles, int points, float ymax, INTENSITY y) {
     ZENDRITE_STORE& g = zendrite_param_global();
     Reset_Store();
     for (int k = 1; k <= profiles; ++k) {
@@ -39,18 +40,26 @@ inline void Fill_Bench_Store(int profiles, int points) {
         for (int i = 1; i <= points; ++i) {
             const float x = 5.0f + 150.0f * static_cast<float>(i - 1) / static_cast<float>(points - 1);
             p.x(i) = x;
-            p.y(i) = 100.0f + 10.0f * static_cast<float>(k % 50) + 900.0f * std::exp(-std::pow(std::fmod(x, 10.0f) - 5.0f, 2.0f) * 8.0f) +
-                     static_cast<float>((static_cast<long long>(i) * 7919) % 97);
+            p.y(i) = y(k, i, x);
         }
-        p.xmin = p.x(1);  // the record's limits, as every reader sets them
+        p.xmin = p.x(1);
         p.xmax = p.x(points);
         p.ymin = 100.0f;
-        p.ymax = 2200.0f;
+        p.ymax = ymax;
         p.scat_var = "2theta";
         g.info[static_cast<std::size_t>(k)].prf_name = "bench_" + std::to_string(k) + ".dat";
         g.info[static_cast<std::size_t>(k)].prf_type = "DATA";
     }
     g.nperfiles = profiles;
+}
+
+// `profiles` made-up patterns of `points` points (peaks every 10 degrees over a ramp of
+// noise), shown together in the multi mode and drawn once.
+inline void Fill_Plot_Bench_Store(int profiles, int points) {
+    Fill_Bench_Store(profiles, points, 2200.0f, [](int k, int i, float x) {
+        return 100.0f + 10.0f * static_cast<float>(k % 50) + 900.0f * std::exp(-std::pow(std::fmod(x, 10.0f) - 5.0f, 2.0f) * 8.0f) +
+               static_cast<float>((static_cast<long long>(i) * 7919) % 97);
+    });
     Enter_Multi_Mode(false);
     Plot_ReMake();
 }

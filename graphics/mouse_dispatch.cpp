@@ -4,6 +4,7 @@
 
 #include "app/store/zendrite_param_global.h"
 #include "graphics/mouse.h"
+#include "graphics/multi_views.h"
 #include "graphics/plot_state.h"
 #include "support/fixed_text.h"
 
@@ -39,18 +40,7 @@ void Mouse_Event(const WIN_MESSAGE& e) {
     }
 }
 
-void MouseMovement_graph2dcontour(const WIN_MESSAGE& e) {
-    if (e.type != MouseMove) return;
-    const int n = zendrite_param_global().nperfiles;
-    float x = 0, y = 0;
-    // the rows of the map are the patterns, one unit of Y each
-    if (n < 1 || !Page_To_Data(e.gx, e.gy, x, y)) {
-        WindowOutStatusBar(3, "");
-        return;
-    }
-    const int row = std::clamp(static_cast<int>(std::lround(y)), 1, n);
-    WindowOutStatusBar(3, "Pattern: " + std::to_string(row));
-}
+void MouseMovement_graph2dcontour(const WIN_MESSAGE& e) { Contour_Mouse(e.type, e.value1, e.gx, e.gy); }
 
 void MouseMovement_graph3d(const WIN_MESSAGE& e) {
     MOUSE_STATE& m = Mouse_State();
@@ -77,7 +67,7 @@ void MouseMovement_graph3d(const WIN_MESSAGE& e) {
     WindowOutStatusBar(4, " Elevation : " + std::to_string(m.elevation));
     m.start_px = e.gx;
     m.start_py = e.gy;
-    if (Graphics_Hooks().graph_other) Graphics_Hooks().graph_other(zendrite_param_global().graph_mode);
+    Multi_View_Again(zendrite_param_global().graph_mode);
 }
 
 }  // namespace zendrite

@@ -3,6 +3,7 @@
 // the file that holds them. Each takes the item it was chosen by.
 
 #include <string>
+#include <vector>
 
 #include "peaks/search_points.h"
 
@@ -36,6 +37,16 @@ void View_Focus(int item);
 void View_Target(int item);
 void View_Zoom_Mode(int item);
 void View_Multi(int item);
+
+// multi_menu.cpp: the views of many patterns at once
+void Plot_Multi_View(int item);  // Graph 3D, Graph 2D Contour (and log), Graph 3D Surface
+// Greys the commands the many-pattern views cannot serve while one is shown, and gives
+// them back their states after; called at every change of mode.
+void Multi_View_Menus();
+// Script settings of the views, as words: "view scale viridis|grey", "view offset F",
+// "view levels I..." (the iso-lines of the contour map, none without values); false
+// when not understood.
+bool Multi_View_Setting(const std::vector<std::string>& words);
 
 // second_axis_setting.cpp: the check items of a second X axis in d or in Q
 inline constexpr int kSecondAxisD = 40240, kSecondAxisQ = 40241;

@@ -61,6 +61,10 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40113, View_Zoom_Mode},
             {40027, View_Multi},
             {40226, View_Multi},
+            {40028, Plot_Multi_View},
+            {40031, Plot_Multi_View},
+            {40227, Plot_Multi_View},
+            {40125, Plot_Multi_View},
             // Profiles
             {40102, Profile_Copy},
             {40030, Profile_Quick_View},

@@ -10,6 +10,7 @@
 #include "app/store/zendrite_param_global.h"
 #if ZD_WITH_PLOT
 #include "graphics/mouse.h"
+#include "graphics/multi_views.h"
 #include "graphics/plot.h"
 #include "graphics/plot_state.h"
 #endif
@@ -24,6 +25,7 @@ void Connect_Plot() {
     };
     Graphics_Hooks().search_zone = Search_Zone_Peaks;
     Graphics_Hooks().title_screen = Draw_Title_Screen;
+    Graphics_Hooks().graph_other = Multi_View_Again;
     Graphics_Hooks().enable_data_menus = [] {
         Grey_Data_Menus(true);
         if (X_Space_Hooks().menu_states) X_Space_Hooks().menu_states();
@@ -52,9 +54,17 @@ void Root_Wheel(const WIN_MESSAGE& message) {
 
 void Root_Key(const WIN_MESSAGE& message) {
 #if ZD_WITH_PLOT
-    if (message.value1 == kKeyHome) Zoom_Home();
+    MULTI_VIEW view = MULTI_VIEW::Contour;
+    if (Multi_View_Of_Mode(zendrite_param_global().graph_mode, view)) Multi_View_Key(message.value1);
+    else if (message.value1 == kKeyHome) Zoom_Home();
 #else
     (void)message;
+#endif
+}
+
+void Root_Restore_Shown() {
+#if ZD_WITH_PLOT
+    Restore_Shown_Before();
 #endif
 }
 

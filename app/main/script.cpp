@@ -218,11 +218,25 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
             ok = false;
         }
         if (ok) return true;
-    } else if (cmd == "key" && w.size() == 2 && w[1] == "home") {
-        m = WIN_MESSAGE{};
-        m.type = KeyDown;
-        m.value1 = kKeyHome;
-        return true;
+    } else if (cmd == "key" && w.size() == 2) {
+        static const std::vector<std::pair<std::string, int>> keys = {
+            {"home", kKeyHome}, {"up", kKeyUp},           {"down", kKeyDown},          {"left", kKeyLeft},
+            {"right", kKeyRight}, {"pageup", kKeyPageUp}, {"pagedown", kKeyPageDown}};
+        for (const auto& [name, code] : keys)
+            if (name == w[1]) {
+                m = WIN_MESSAGE{};
+                m.type = KeyDown;
+                m.value1 = code;
+                return true;
+            }
+    } else if (cmd == "status" && w.size() == 2) {
+        std::string text;
+        for (int part = 1; part <= 5; ++part) text += "status " + std::to_string(part) + " " + WindowStatusBarText(part) + "\n";
+        if (!Write_File_Replace(w[1], text)) bad(line, "cannot write");
+        return false;
+    } else if (cmd == "view" && w.size() >= 3) {
+        if (!Multi_View_Setting(w)) bad(line, "not a view setting");
+        return false;
     } else if (cmd == "resize" && w.size() == 3) {
         m = WIN_MESSAGE{};
         m.type = Resize;

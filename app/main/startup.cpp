@@ -21,6 +21,7 @@ namespace {
 bool first_prf = true;
 
 void after_none_mode() {
+    Multi_View_Menus();
     WCursorShape(0);
     Grey_Data_Menus(false);
     Calculation_Mode_Menus(0);
@@ -30,6 +31,7 @@ void after_none_mode() {
 
 void after_mode_change() {
     const ZENDRITE_STORE& g = zendrite_param_global();
+    Multi_View_Menus();
     if (g.graph_mode == "calculation") {
         Calculation_Mode_Menus(g.calc_mode);
         if (g.calc_mode == 2 && g.prf_loaded) WMenuSetState(40180, 1, 1);

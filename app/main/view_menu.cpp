@@ -70,6 +70,7 @@ void View_Zoom_Mode(int item) {
 
 void View_Multi(int item) {
     const bool log = item == 40226;
+    Root_Restore_Shown();
     Enter_Multi_Mode(log);
     zendrite_param_global().log_scale = log;
     Plot_Again();

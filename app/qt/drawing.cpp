@@ -371,3 +371,23 @@ int IGrGetPixelRGB(int px, int py) {
 }
 
 }  // namespace zendrite
+
+namespace zendrite {
+
+void IGrImage(float x1, float y1, float x2, float y2, int width, int height, const std::vector<unsigned>& rgb) {
+    QImage* t = Target();
+    if (!t || width < 1 || height < 1 || rgb.size() < static_cast<std::size_t>(width) * height) return;
+    QImage img(width, height, QImage::Format_ARGB32);
+    for (int y = 0; y < height; ++y) {
+        QRgb* line = reinterpret_cast<QRgb*>(img.scanLine(y));
+        const unsigned* from = rgb.data() + static_cast<std::size_t>(y) * width;
+        for (int x = 0; x < width; ++x) line[x] = from[x] == kNoPixel ? 0u : (0xFF000000u | (from[x] & 0xFFFFFFu));
+    }
+    QPainter p(t);
+    p.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    p.drawImage(QRectF(To_Pixel(x1, y2), To_Pixel(x2, y1)).normalized(), img);
+    const GR_STATE& g = L().gr;
+    if (g.kind == 1) Refresh_Window(g.handle);
+}
+
+}  // namespace zendrite

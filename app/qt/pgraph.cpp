@@ -327,6 +327,42 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
     if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
 }
 
+void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<std::vector<float>>& y,
+                  const std::vector<int>& colours) {
+    In_Frame f;
+    QImage* t = Target();
+    if (!t) return;
+    // hundreds of lines are denser than the pixels: smoothing would only blur them, and
+    // one-pixel lines are then written straight into the picture
+    const bool dense = x.size() > 400;
+    const bool direct = dense && std::clamp(set_now().line_width, 1, 5) == 1 && set_now().line_type == 0 &&
+                        L().gr.plot_mode != PlotXor && Raster_Direct(*t);
+    QPainter p;
+    if (!direct) {
+        p.begin(t);
+        p.setClipRect(f.clip());
+        if (!dense) p.setRenderHint(QPainter::Antialiasing);
+    }
+    QPen pen = set_pen(set_now(), false);
+    const PIXEL_MAP map = Pixel_Map();
+    const QRect clip = f.clip().toAlignedRect();
+    QPolygonF poly;
+    for (std::size_t k = 0; k < std::min({x.size(), y.size(), colours.size()}); ++k) {
+        poly.clear();
+        for (std::size_t i = 0; i < std::min(x[k].size(), y[k].size()); ++i)
+            if (std::isfinite(x[k][i]) && std::isfinite(y[k][i])) poly << map(x[k][i], y[k][i]);
+        if (poly.size() < 2) continue;
+        if (direct) {
+            Raster_Polyline(*t, clip, poly.constData(), static_cast<int>(poly.size()), Colour(colours[k]).rgb());
+            continue;
+        }
+        pen.setColor(Colour(colours[k]));
+        p.setPen(pen);
+        p.drawPolyline(poly);
+    }
+    if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
+}
+
 void IPgErrorBars(const float* x, const float* y_low, const float* y_high, int n) {
     if (!x || !y_low || !y_high || n < 1) return;
     In_Frame f;

@@ -16,7 +16,7 @@ using namespace zendrite;
 
 void run(benchmark::State& state, int profiles, int points, const std::string& format) {
     Start_Bench_Window("bench_export");
-    Fill_Bench_Store(profiles, points);
+    Fill_Plot_Bench_Store(profiles, points);
     PICTURE_OPTIONS o;  // 160 x 107 mm at 300 dpi
     const std::filesystem::path file =
         std::filesystem::temp_directory_path() / ("bench_export_" + std::to_string(profiles) + "." + format);

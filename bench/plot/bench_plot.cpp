@@ -12,7 +12,7 @@ using namespace zendrite;
 
 void run(benchmark::State& state, int profiles, int points) {
     Start_Bench_Window("bench_plot");
-    Fill_Bench_Store(profiles, points);
+    Fill_Plot_Bench_Store(profiles, points);
     for (auto _ : state) Plot_Again();
     state.counters["width"] = WInfoWindow(1);
     state.counters["height"] = WInfoWindow(2);

@@ -1,0 +1,257 @@
+// The shown profiles as rows, the checks, the page of the views and the entry to their modes.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "app/present.h"
+#include "app/store/x_space.h"
+#include "app/store/zendrite_param_global.h"
+#include "graphics/mouse.h"
+#include "graphics/multi_parts.h"
+#include "graphics/multi_views.h"
+#include "graphics/plot_parts.h"
+#include "graphics/plot_settings.h"
+#include "graphics/plot_state.h"
+#include "support/fixed_text.h"
+
+namespace zendrite {
+
+using hxl::Same;
+
+MULTI_VIEW_STATE& Multi_View_State() {
+    static MULTI_VIEW_STATE state;
+    return state;
+}
+
+bool Multi_View_From_Name(const std::string& name, MULTI_VIEW& view) {
+    if (name == "contour") view = MULTI_VIEW::Contour;
+    else if (name == "contour-log") view = MULTI_VIEW::Contour_Log;
+    else if (name == "stack") view = MULTI_VIEW::Stack;
+    else if (name == "surface") view = MULTI_VIEW::Surface;
+    else return false;
+    return true;
+}
+
+std::string Multi_View_Mode(MULTI_VIEW view) {
+    switch (view) {
+    case MULTI_VIEW::Contour: return "graph2dcontour";
+    case MULTI_VIEW::Contour_Log: return "graph2dcontour_log";
+    case MULTI_VIEW::Stack: return "graph3d";
+    case MULTI_VIEW::Surface: return "graph3dsurf";
+    }
+    return "";
+}
+
+bool Multi_View_Of_Mode(const std::string& graph_mode, MULTI_VIEW& view) {
+    for (MULTI_VIEW v : {MULTI_VIEW::Contour, MULTI_VIEW::Contour_Log, MULTI_VIEW::Stack, MULTI_VIEW::Surface})
+        if (Same(graph_mode, Multi_View_Mode(v))) {
+            view = v;
+            return true;
+        }
+    return false;
+}
+
+namespace {
+bool shown(int slot) { return zendrite_param_global().show_profile[static_cast<std::size_t>(slot)]; }
+}  // namespace
+
+std::string Multi_View_Refusal() {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    const int n = std::clamp(g.nperfiles, 0, kMaxProfiles);
+    int count = 0, first = 0;
+    for (int k = 1; k <= n; ++k) {
+        if (!shown(k)) continue;
+        ++count;
+        if (first == 0) first = k;
+        const std::string& type = g.info[static_cast<std::size_t>(k)].prf_type;
+        if (Same(type, "PRF") || Same(type, "MONO") || Same(type, "RIETV"))
+            return "Profile " + std::to_string(k) +
+                   " comes from a Rietveld profile file: these graphs take observed patterns only";
+        if (!Same(g.pattern[static_cast<std::size_t>(k)].scat_var, g.pattern[static_cast<std::size_t>(first)].scat_var))
+            return "The profiles shown are not in one X space (profile " + std::to_string(k) + " is in " +
+                   hxl::Trim(g.pattern[static_cast<std::size_t>(k)].scat_var) + ")";
+    }
+    if (count < 2) return "At least two profiles must be shown for this graph";
+    return "";
+}
+
+MULTI_ROWS_TYPE Shown_Rows() {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    MULTI_ROWS_TYPE r;
+    const int n = std::clamp(g.nperfiles, 0, kMaxProfiles);
+    std::vector<double> temps;
+    bool all_temps = true;
+    for (int k = 1; k <= n; ++k) {
+        if (!shown(k)) continue;
+        const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
+        hxl::MAP_ROW_TYPE row;
+        row.n = std::max(0, std::min({p.npts, p.x.size(), p.y.size()}));
+        row.x = p.x.data();
+        row.y = p.y.data();
+        r.slots.push_back(k);
+        r.rows.push_back(row);
+        r.values.push_back(k);
+        temps.push_back(p.tsamp);
+        all_temps = all_temps && p.tsamp != 0 && std::isfinite(p.tsamp);
+    }
+    std::vector<double> low, high;
+    if (all_temps && temps.size() >= 2 && hxl::Row_Bands(temps, low, high)) {
+        r.values = temps;
+        r.by_temperature = true;
+    }
+    if (!hxl::Map_X_Range(r.rows, r.xlo, r.xhi)) r.xlo = 0, r.xhi = 1;
+    return r;
+}
+
+MULTI_FRAME_TYPE Multi_Frame(int width, int height) {
+    const PLOT_SETTINGS& s = Plot_Settings();
+    MULTI_FRAME_TYPE f;
+    f.left = s.zone_left * static_cast<float>(s.page_width);
+    f.right = s.zone_right * static_cast<float>(s.page_width);
+    f.bottom = s.zone_bottom * static_cast<float>(s.page_height);
+    f.top = s.zone_top * static_cast<float>(s.page_height);
+    f.px_width = std::max(1, static_cast<int>(std::lround((s.zone_right - s.zone_left) * static_cast<float>(width))));
+    f.px_height = std::max(1, static_cast<int>(std::lround((s.zone_top - s.zone_bottom) * static_cast<float>(height))));
+    return f;
+}
+
+void Begin_Multi_Page() {
+    const PLOT_SETTINGS& s = Plot_Settings();
+    IGrPlotMode(PlotNormal);
+    IGrArea(0, 0, 1, 1);
+    IGrUnits(0, 0, static_cast<float>(s.page_width), static_cast<float>(s.page_height));
+    Paint_Plot_Zone();
+}
+
+std::string Multi_X_Legend(int first_slot) {
+    const ZENDRITE_STORE& g = zendrite_param_global();
+    const PLOT_SETTINGS& s = Plot_Settings();
+    if (!hxl::Is_Blank(s.x_legend_text)) return s.x_legend_text;
+    if (!hxl::Is_Blank(X_Space_State().legend_x)) return X_Space_State().legend_x;
+    if (first_slot < 1) return "";
+    const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(first_slot)];
+    if (!hxl::Is_Blank(p.xax_text)) return hxl::Trim(p.xax_text);
+    return hxl::Trim(p.scat_var);
+}
+
+void Multi_Text(float x, float y, const std::string& text, int align, float size, float degrees) {
+    const PLOT_SETTINGS& s = Plot_Settings();
+    IGrColourN(s.x_scale.colour);
+    WGrTextFont(1, 0, size / 1000.0f, 2.0f * size / 1000.0f);
+    WGrTextOrientation(degrees);
+    if (align < 0) WGrTextString(x, y, text);
+    else if (align == 0) WGrTextCentre(x, y, text);
+    else WGrTextRight(x, y, text);
+    WGrTextOrientation(0);
+}
+
+std::string Tick_Text(double value, double step) {
+    int dec = step >= 1 ? 0 : static_cast<int>(std::ceil(-std::log10(step) - 1e-9));
+    dec = std::clamp(dec, 0, 8);
+    if (std::fabs(value) < step * 1e-6) value = 0;
+    char buf[64];
+    const double a = std::fabs(value);
+    if (a != 0 && (a >= 1e6 || a < 1e-4)) std::snprintf(buf, sizeof buf, "%.3g", value);
+    else std::snprintf(buf, sizeof buf, "%.*f", dec, value);
+    return buf;
+}
+
+hxl::VIEW_3D_TYPE Present_3D_View() {
+    hxl::VIEW_3D_TYPE v;
+    v.rotation = Mouse_State().rotation;
+    v.elevation = Mouse_State().elevation;
+    v.offset = Multi_View_State().offset;
+    v.height = 0.6;  // room for the depth of the series under the peaks
+    return v;
+}
+
+bool Window_Map(const MULTI_ROWS_TYPE& rows, int max_cols, hxl::MULTI_MAP_TYPE& map, float& zmin, float& zmax,
+                float& lowest_positive) {
+    const MULTI_VIEW_STATE& st = Multi_View_State();
+    double x1 = rows.xlo, x2 = rows.xhi;
+    if (st.zoomed && st.x2 > st.x1) x1 = st.x1, x2 = st.x2;
+    hxl::Build_Multi_Map(rows.rows, x1, x2, max_cols, map);
+    return hxl::Map_Z_Range(map, zmin, zmax, lowest_positive);
+}
+
+void Start_Multi_Page(int width, int height, const MULTI_ROWS_TYPE& rows, MULTI_PAGE_TYPE& page) {
+    page.f = Multi_Frame(width, height);
+    Begin_Multi_Page();
+    page.any = Window_Map(rows, page.f.px_width, page.map, page.zmin, page.zmax, page.zpos);
+}
+
+bool Draw_Multi_View(MULTI_VIEW view, int width, int height, std::string& message) {
+    message = Multi_View_Refusal();
+    if (!message.empty()) return false;
+    const MULTI_ROWS_TYPE rows = Shown_Rows();
+    switch (view) {
+    case MULTI_VIEW::Contour: Draw_Contour(false, width, height, rows); break;
+    case MULTI_VIEW::Contour_Log: Draw_Contour(true, width, height, rows); break;
+    case MULTI_VIEW::Stack: Draw_Stack(width, height, rows); break;
+    case MULTI_VIEW::Surface: Draw_Surface(width, height, rows); break;
+    }
+    return true;
+}
+
+void Show_Rotation_Elevation() {
+    WindowOutStatusBar(3, " Rotation : " + std::to_string(Mouse_State().rotation));
+    WindowOutStatusBar(4, " Elevation : " + std::to_string(Mouse_State().elevation));
+}
+
+void Multi_View_Again(const std::string& graph_mode) {
+    MULTI_VIEW view = MULTI_VIEW::Contour;
+    if (!Multi_View_Of_Mode(graph_mode, view)) return;
+    GRAPHICS_STATE& gs = Graphics_State();
+    WindowSelect(kRootWindow);
+    const int w = std::max(WInfoWindow(1), 1), h = std::max(WInfoWindow(2), 1);
+    if (gs.bitmap != 0) WBitmapDestroy(gs.bitmap);
+    WBitmapCreate(gs.bitmap, w, h);
+    IGrSelect(2, gs.bitmap);
+    std::string message;
+    if (!Draw_Multi_View(view, w, h, message)) {
+        // the store changed under the view (profiles hidden or deleted): say so on the picture
+        Begin_Multi_Page();
+        const PLOT_SETTINGS& s = Plot_Settings();
+        Multi_Text(0.5f * static_cast<float>(s.page_width), 0.5f * static_cast<float>(s.page_height), "ERROR: " + message, 0, 14);
+        Multi_View_State().contour_drawn = false;
+    }
+    IGrSelect(1, kRootWindow);
+    WBitmapPut(gs.bitmap, 0);
+    if (view == MULTI_VIEW::Stack || view == MULTI_VIEW::Surface) Show_Rotation_Elevation();
+}
+
+void Restore_Shown_Before() {
+    ZENDRITE_STORE& g = zendrite_param_global();
+    MULTI_VIEW_STATE& st = Multi_View_State();
+    if (st.alone_slot == 0) return;
+    bool still = st.alone_slot <= g.nperfiles && shown(st.alone_slot);
+    for (int k = 1; k <= g.nperfiles && still; ++k) still = k == st.alone_slot || !shown(k);
+    if (still)
+        for (int k = 1; k <= g.nperfiles && static_cast<std::size_t>(k) < st.shown_before.size(); ++k)
+            g.show_profile[static_cast<std::size_t>(k)] = st.shown_before[static_cast<std::size_t>(k)];
+    st.alone_slot = 0;
+    st.shown_before.clear();
+}
+
+bool Enter_Multi_View(MULTI_VIEW view, std::string& message) {
+    Restore_Shown_Before();
+    message = Multi_View_Refusal();
+    if (!message.empty()) return false;
+    ZENDRITE_STORE& g = zendrite_param_global();
+    MULTI_VIEW_STATE& st = Multi_View_State();
+    std::string mode = Multi_View_Mode(view);
+    // a new view starts unzoomed; the 3D views start from their fixed eye
+    if (!Same(g.graph_mode, mode)) st.zoomed = false;
+    if (view == MULTI_VIEW::Stack || view == MULTI_VIEW::Surface) {
+        Mouse_State().rotation = 0;
+        Mouse_State().elevation = 22;
+    }
+    g.graph_mode = mode;
+    g.MoveMode = 0;
+    g.log_scale = view == MULTI_VIEW::Contour_Log;
+    if (Store_Hooks().after_mode_change) Store_Hooks().after_mode_change();
+    Multi_View_Again(mode);
+    return true;
+}
+
+}  // namespace zendrite
