@@ -8,6 +8,7 @@ packages=(
   qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev
   xvfb xauth python3 python3-gemmi python3-xraylib python3-numpy python3-scipy python3-mpmath libxy-bin libxy-dev gzip p7zip-full
   desktop-file-utils libxml2-utils
+  libtiff-dev libcbf-dev libhdf5-dev libpng-dev
 )
 missing=()
 for p in "${packages[@]}"; do
