@@ -5,6 +5,7 @@
 // A W.../IGr... call acts on what was selected last.
 #include <functional>
 #include <string>
+#include <cstdint>
 #include <vector>
 
 #include "support/array1.h"
@@ -255,7 +256,9 @@ void IGrPolygonShaded(const std::vector<float>& x, const std::vector<float>& y);
 void IGrPolygonGrad(const std::vector<float>& x, const std::vector<float>& y, int rgb_from, int rgb_to);
 void IGrTriangle(float x1, float y1, float x2, float y2, float x3, float y3);
 void IGrTrapezium(float x1, float y1, float x2, float y2, float x3, float y3, float x4, float y4);
-void IGrMarker(float x, float y, int marker, float size);  // marker 1 none, 2 circle, 3..8 others
+void IGrMarker(float x, float y, int marker, float size);
+// width x height RGB pixels (rows from the top) stretched over the rectangle, without smoothing.
+void IGrImageRGB(float x1, float y1, float x2, float y2, int width, int height, const std::vector<std::uint8_t>& rgb);  // marker 1 none, 2 circle, 3..8 others
 // font 1 sans, 2 serif, 3 fixed; style 0 plain, 1 bold, 2 italic; width and height as fractions of the target
 void WGrTextFont(int font, int style, float width, float height);
 void WGrTextOrientation(float degrees);

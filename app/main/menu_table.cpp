@@ -75,6 +75,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40026, Arith_Normalize_Monitor},
             {40141, Arith_Shift},
             {40140, Cryst_Calc},
+            {40169, Frames_Mode},
             {40149, Arith_Offset_Scale},
             {40124, Arith_Offset_Scale},
             {40115, Arith_Offset_Scale},

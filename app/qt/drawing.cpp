@@ -283,6 +283,19 @@ void IGrPolygonShaded(const std::vector<float>& x, const std::vector<float>& y) 
     L().gr.fill = keep;
 }
 
+void IGrImageRGB(float x1, float y1, float x2, float y2, int width, int height, const std::vector<std::uint8_t>& rgb) {
+    QImage* t = Target();
+    if (!t || width < 1 || height < 1 ||
+        rgb.size() < static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3)
+        return;
+    const QImage img(rgb.data(), width, height, width * 3, QImage::Format_RGB888);
+    QPainter p(t);
+    // Detector pixels stay square blocks: no smoothing between them.
+    p.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    p.drawImage(QRectF(To_Pixel(x1, y1), To_Pixel(x2, y2)).normalized(), img);
+    touched();
+}
+
 void IGrPolygonGrad(const std::vector<float>& x, const std::vector<float>& y, int rgb_from, int rgb_to) {
     QImage* t = Target();
     if (!t || x.empty()) return;
