@@ -128,17 +128,29 @@ void step(int by) {
     Frames_Redraw();
 }
 
+// A numor of a bank of tubes gives the pattern of its run; an image with a
+// geometry beside it is integrated, the mask drawn on it left out.
 void to_store() {
     FRAMES_VIEW_TYPE& v = Frames_View();
-    if (v.frames.format != "NUMOR") {
-        Show_Message("The pattern of a run is made from the numors of a bank of tubes; integrate images with a geometry");
-        return;
-    }
     hxl::DIFFRACTION_PATTERN_TYPE p;
     std::string message;
-    if (!hxl::Tube_Bank_Pattern(v.frames, hxl::TUBE_BANK_TYPE{}, p, message)) {
-        Show_Message(message);
+    if (v.frames.format == "NUMOR") {
+        if (!hxl::Tube_Bank_Pattern(v.frames, hxl::TUBE_BANK_TYPE{}, p, message)) {
+            Show_Message(message);
+            return;
+        }
+    } else if (!v.has_geometry) {
+        Show_Message("An image needs its geometry to be integrated: put NAME_geometry.json beside it");
         return;
+    } else {
+        hxl::INTEGRATION_TABLE_TYPE t;
+        if (!hxl::Build_Integration_Table(v.geometry, v.frames.nx, v.frames.ny, t, message) ||
+            !hxl::Integrate_Image(t, hxl::Frame_Data(v.frames, v.current), v.mask.empty() ? nullptr : &v.mask,
+                                  v.geometry, p, message)) {
+            Show_Message(message);
+            return;
+        }
+        p.title = hxl::Cut(hxl::Is_Blank(v.frames.title) ? v.frames.source : v.frames.title, hxl::kTitleLen);
     }
     ZENDRITE_STORE& g = zendrite_param_global();
     if (g.nperfiles >= kMaxProfiles) {
@@ -195,6 +207,11 @@ void Frames_Redraw() {
                 std::copy_n(&all[(static_cast<std::size_t>(v.j2 - 1 - r) * static_cast<std::size_t>(f.nx) +
                                   static_cast<std::size_t>(v.i1 - 1 + c)) * 3],
                             3, &rgb[(static_cast<std::size_t>(r) * static_cast<std::size_t>(w) + static_cast<std::size_t>(c)) * 3]);
+        if (!v.mask.empty())
+            for (int r = 0; r < h; ++r)
+                for (int c = 0; c < w; ++c)
+                    if (v.mask[static_cast<std::size_t>(v.j2 - 1 - r) * static_cast<std::size_t>(f.nx) + static_cast<std::size_t>(v.i1 - 1 + c)])
+                        std::fill_n(&rgb[(static_cast<std::size_t>(r) * static_cast<std::size_t>(w) + static_cast<std::size_t>(c)) * 3], 3, 90);
         IGrImageRGB(kImage.x1, kImage.y1, kImage.x2, kImage.y2, w, h, rgb);
         frame_box(kImage);
         // Colour bar with the counts its ends stand for.
@@ -250,6 +267,7 @@ void Frames_Redraw() {
 bool Frames_Load(const std::string& path, std::string& message) {
     hxl::FRAME_SET_TYPE f;
     if (!hxl::Read_Frames(path, f, message)) return false;
+    message.clear();
     FRAMES_VIEW_TYPE& v = Frames_View();
     v.frames = std::move(f);
     v.current = 1;
@@ -259,13 +277,23 @@ bool Frames_Load(const std::string& path, std::string& message) {
     v.ci = (v.frames.nx + 1) / 2;
     v.cj = (v.frames.ny + 1) / 2;
     v.bi1 = v.bi2 = v.bj1 = v.bj2 = 0;
-    v.has_geometry = false;
+    v.mask.clear();
     // A geometry beside the image (NAME_geometry.json for NAME.ext) gives the read-out its angles.
     std::size_t dot = path.find_last_of('.'), slash = path.find_last_of('/');
     std::string base = dot != std::string::npos && (slash == std::string::npos || dot > slash) ? path.substr(0, dot) : path;
     std::string mask, why;
     v.has_geometry = std::filesystem::exists(base + "_geometry.json") &&
                      hxl::Read_Geometry_File(base + "_geometry.json", v.geometry, mask, why);
+    hxl::FRAME_SET_TYPE m;
+    if (v.has_geometry && !mask.empty()) {
+        if (!hxl::Read_Frames(mask, m, why) || m.nx != v.frames.nx || m.ny != v.frames.ny) {
+            message = "The mask " + mask + " of the geometry is not used: " +
+                      (why.empty() ? "it is not the size of the image" : why);
+        } else {
+            v.mask.resize(m.counts.size() / static_cast<std::size_t>(m.n_frames));
+            for (std::size_t i = 0; i < v.mask.size(); ++i) v.mask[i] = m.counts[i] != 0;
+        }
+    }
     WindowSelect(v.window);
     WindowTitle("Zendrite 2D: " + path);
     Frames_Redraw();
@@ -287,7 +315,7 @@ void Open_Frames_Window() {
                                  {kFrScale, "Lin", "Colour scale: linear, log, square root"},
                                  {kFrUnzoom, "reset", "Unzoom"},
                                  {0, "", ""},
-                                 {kFrPattern, "Main", "Pattern of the run into the store"},
+                                 {kFrPattern, "Main", "Pattern into the store (a run of tubes, or an image with its geometry)"},
                                  {0, "", ""},
                                  {kFrClose, "exit", "Close"}});
         WMessageMouseMove(true);
@@ -298,7 +326,8 @@ void Open_Frames_Window() {
     WSelectFile("Frames|*.*|", LoadDialog, name, "Select frames to show");
     if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
     std::string message;
-    if (!Frames_Load(name, message)) Show_Message(message);
+    Frames_Load(name, message);
+    if (!message.empty()) Show_Message(message);
 }
 
 void Frames_Event(int type, const WIN_MESSAGE& m) {
@@ -361,6 +390,11 @@ void Frames_Event(int type, const WIN_MESSAGE& m) {
             int a1 = std::min(i, v.band_i), a2 = std::max(i, v.band_i), b1 = std::min(j, v.band_j), b2 = std::max(j, v.band_j);
             if (m.value1 == 2) {  // right button: the box summed against the step
                 v.bi1 = a1, v.bi2 = a2, v.bj1 = b1, v.bj2 = b2;
+            } else if (m.value1 == 3) {  // middle button: a box of the mask
+                v.mask.resize(static_cast<std::size_t>(v.frames.nx) * static_cast<std::size_t>(v.frames.ny), 0);
+                for (int jj = b1; jj <= b2; ++jj)
+                    for (int ii = a1; ii <= a2; ++ii)
+                        v.mask[static_cast<std::size_t>(jj - 1) * static_cast<std::size_t>(v.frames.nx) + static_cast<std::size_t>(ii - 1)] = 1;
             } else if (a2 > a1 && b2 > b1) {
                 v.i1 = a1, v.i2 = a2, v.j1 = b1, v.j2 = b2;
             }

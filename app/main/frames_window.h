@@ -1,6 +1,8 @@
 #pragma once
 // The 2D mode: a child window that shows the frames of a detector, steps
 // through them, and turns a run of a bank of tubes into a profile of the store.
+#include <vector>
+
 #include "app/present.h"
 #include "instrument/azimuthal.h"
 #include "instrument/frame_image.h"
@@ -24,6 +26,7 @@ struct FRAMES_VIEW_TYPE {
     bool band = false;                   // left button down: a zoom or box rubber band
     int band_i = 0, band_j = 0;
     bool animate = false;
+    std::vector<unsigned char> mask;     // pixels left out of an integration (middle button boxes)
     bool has_geometry = false;
     hxl::DETECTOR_GEOMETRY_TYPE geometry;
 };
@@ -32,7 +35,8 @@ FRAMES_VIEW_TYPE& Frames_View();
 
 // Opens the window (or brings it up) and asks for a file.
 void Open_Frames_Window();
-// Loads `path` into the window; false with a message.
+// Loads `path` into the window; false with a message, or true with a note
+// in `message` when the mask its geometry names cannot be used.
 bool Frames_Load(const std::string& path, std::string& message);
 void Frames_Event(int type, const WIN_MESSAGE& message);
 void Frames_Redraw();

@@ -41,3 +41,40 @@ TEST_F(E2E_FRAMES, NumorShownSteppedAndItsPatternStored) {
     EXPECT_NE(out.find("cut short"), std::string::npos) << out;
     EXPECT_EQ(value(file("store2.txt"), "nperfiles"), "1");
 }
+
+TEST_F(E2E_FRAMES, ImageWithItsGeometryIntegratedWithADrawnMask) {
+    // The image and, beside it, its geometry under the name the window looks for.
+    std::filesystem::copy_file(ZD_TEST_DATA "/frames/rings.edf", home / "rings.edf");
+    std::filesystem::copy_file(ZD_TEST_DATA "/frames/rings_geometry.json", home / "rings_geometry.json");
+    std::ofstream(home / "plain.edf") << "{\nDim_1 = 2 ;\nDim_2 = 1 ;\nDataType = UnsignedByte ;\n}\n" << std::string(2, '\5');
+    std::string s = "files " + at("rings.edf") + "\nmenu 40169\nframes pattern\ndump " + at("s1.txt") + "\n";
+    // The left third of the image masked with the middle button: the rings there are left out.
+    s += "frames mouse press 3 0.08 0.31\nframes mouse release 3 0.25 0.94\nframes pattern\ndump " + at("s2.txt") + "\n";
+    s += "frames picture " + at("masked.png") + "\n";
+    s += "files " + at("plain.edf") + "\nframes open\nframes pattern\ndump " + at("s3.txt") + "\nquit\n";
+    ASSERT_EQ(run(s), 0) << err;
+    std::string s1 = file("s1.txt"), s2 = file("s2.txt");
+    EXPECT_EQ(value(s1, "nperfiles"), "1") << s1;
+    EXPECT_EQ(value(s2, "nperfiles"), "2") << s2;
+    // Masked pixels are left out, not counted as zeros: the same 2theta range (the
+    // masked part reaches no angle alone) and, on rings that depend on 2theta alone, the same level.
+    auto all = [&](const std::string& key) {
+        std::vector<double> v;
+        for (std::size_t p = s2.find("  " + key + " "); p != std::string::npos; p = s2.find("  " + key + " ", p + 1))
+            v.push_back(std::stod(s2.substr(p + key.size() + 3)));
+        return v;
+    };
+    std::vector<double> npts = all("npts"), ysum = all("y_sum");
+    ASSERT_EQ(npts.size(), 2u) << s2;
+    EXPECT_EQ(npts[0], npts[1]);
+    ASSERT_EQ(ysum.size(), 2u);
+    EXPECT_NEAR(ysum[1], ysum[0], 0.005 * ysum[0]);
+    QImage img(QString::fromStdString(at("masked.png")));
+    ASSERT_FALSE(img.isNull());
+    QColor c = img.pixelColor(static_cast<int>(0.15 * img.width()), static_cast<int>(0.4 * img.height()));
+    EXPECT_EQ(c.red(), 90) << "the masked box is drawn grey";
+    EXPECT_EQ(c.green(), 90);
+    // An image without a geometry is not integrated, and says why.
+    EXPECT_NE(out.find("needs its geometry"), std::string::npos) << out;
+    EXPECT_EQ(value(file("s3.txt"), "nperfiles"), "2");
+}
