@@ -105,6 +105,8 @@ void Cryst_Calc(int item);
 
 // frames_menu.cpp: the 2D mode, a window of detector frames
 void Frames_Mode(int item);
+// extraction_dialog.cpp: the input of the extraction program, its run, its patterns loaded
+void Numors_Extraction(int item);
 
 // help_menu.cpp
 void Options_Preferences(int item);

@@ -20,6 +20,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40015, File_Open_Buffer},
             {40157, File_Result_Command},
             {40212, File_Result_Command},
+            {40211, Numors_Extraction},
             {40210, File_Result_Command},
             {40208, File_Result_Command},
             {40209, File_Result_Command},

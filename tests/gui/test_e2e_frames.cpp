@@ -78,3 +78,27 @@ TEST_F(E2E_FRAMES, ImageWithItsGeometryIntegratedWithADrawnMask) {
     EXPECT_NE(out.find("needs its geometry"), std::string::npos) << out;
     EXPECT_EQ(value(file("s3.txt"), "nperfiles"), "2");
 }
+
+TEST_F(E2E_FRAMES, ExtractionProgramRunAndItsPatternsLoaded) {
+    // A stand-in for the extraction program: it reads its input and writes one pattern a numor.
+    std::filesystem::create_directories(home / "bin");
+    std::ofstream(home / "bin" / "pellan") << "#!/bin/sh\n"
+                                              "[ \"$1\" = -fil ] || exit 3\n"
+                                              "grep -q '^INSTRUMENT d2b$' \"$2\" || exit 4\n"
+                                              "for n in $(sed -n '/^NUMORS/,/^END/p' \"$2\" | grep -v '^[A-Z]'); do\n"
+                                              "  printf 'XYDATA\\nTITLE: numor %s\\n1 10 3\\n2 20 4\\n3 15 4\\n' $n > run_$n.xys\n"
+                                              "done\n";
+    std::filesystem::permissions(home / "bin" / "pellan", std::filesystem::perms::owner_all);
+    std::string s = "dialog 211 set 2111 d2b\ndialog 211 set 2114 121459-121460\ndialog 211 set 2115 run\n"
+                    "dialog 211 press 1\nmenu 40211\ndump " + at("s1.txt") + "\nquit\n";
+    ASSERT_EQ(run(s, "PATH='" + at("bin") + ":/usr/bin:/bin'"), 0) << err;
+    EXPECT_EQ(value(file("s1.txt"), "nperfiles"), "2") << file("s1.txt") << out;
+    EXPECT_NE(file("run.inp").find("NUMORS 2\n121459 121460\nEND"), std::string::npos) << file("run.inp");
+
+    // Without the program: said so, no input written, the store as it was.
+    std::filesystem::remove(home / "run.inp");
+    ASSERT_EQ(run(s, "PATH='/usr/bin:/bin'"), 0) << err;
+    EXPECT_EQ(value(file("s1.txt"), "nperfiles"), "0");
+    EXPECT_NE(out.find("pellan"), std::string::npos) << out;
+    EXPECT_FALSE(std::filesystem::exists(home / "run.inp"));
+}
