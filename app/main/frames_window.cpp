@@ -10,6 +10,7 @@
 #include "app/main/zendrite_app.h"
 #include "app/store/add_profile.h"
 #include "app/store/zendrite_param_global.h"
+#include "instrument/frame_contours.h"
 #include "instrument/tube_pattern.h"
 #include "support/fixed_text.h"
 
@@ -213,6 +214,16 @@ void Frames_Redraw() {
                     if (v.mask[static_cast<std::size_t>(v.j2 - 1 - r) * static_cast<std::size_t>(f.nx) + static_cast<std::size_t>(v.i1 - 1 + c)])
                         std::fill_n(&rgb[(static_cast<std::size_t>(r) * static_cast<std::size_t>(w) + static_cast<std::size_t>(c)) * 3], 3, 90);
         IGrImageRGB(kImage.x1, kImage.y1, kImage.x2, kImage.y2, w, h, rgb);
+        if (v.iso) {
+            // Three levels, at a quarter, half and three quarters of the colour scale.
+            IGrColour("white");
+            const float sx = (kImage.x2 - kImage.x1) / static_cast<float>(w), sy = (kImage.y2 - kImage.y1) / static_cast<float>(h);
+            for (float t : {0.25f, 0.5f, 0.75f})
+                for (const auto& seg : hxl::Iso_Segments(f, v.current, hxl::Scale_Level(t, lo, hi, v.view.scale), v.i1, v.i2, v.j1, v.j2)) {
+                    IGrMoveTo(kImage.x1 + (seg[0] - static_cast<float>(v.i1 - 1)) * sx, kImage.y1 + (seg[1] - static_cast<float>(v.j1 - 1)) * sy);
+                    IGrLineTo(kImage.x1 + (seg[2] - static_cast<float>(v.i1 - 1)) * sx, kImage.y1 + (seg[3] - static_cast<float>(v.j1 - 1)) * sy);
+                }
+        }
         frame_box(kImage);
         // Colour bar with the counts its ends stand for.
         std::vector<std::uint8_t> bar(64 * 3);
@@ -313,6 +324,7 @@ void Open_Frames_Window() {
                                  {kFrAnimate, "Run", "Run through the frames"},
                                  {0, "", ""},
                                  {kFrScale, "Lin", "Colour scale: linear, log, square root"},
+                                 {kFrIso, "Iso", "Iso-lines on or off"},
                                  {kFrUnzoom, "reset", "Unzoom"},
                                  {0, "", ""},
                                  {kFrPattern, "Main", "Pattern into the store (a run of tubes, or an image with its geometry)"},
@@ -353,6 +365,10 @@ void Frames_Event(int type, const WIN_MESSAGE& m) {
             v.view.scale = v.view.scale == hxl::Frame_Scale::Linear ? hxl::Frame_Scale::Log
                            : v.view.scale == hxl::Frame_Scale::Log  ? hxl::Frame_Scale::Sqrt
                                                                     : hxl::Frame_Scale::Linear;
+            Frames_Redraw();
+            break;
+        case kFrIso:
+            v.iso = !v.iso;
             Frames_Redraw();
             break;
         case kFrUnzoom:

@@ -12,7 +12,7 @@ namespace zendrite {
 
 // Toolbar items of the window.
 inline constexpr int kFrOpen = 40601, kFrPrevious = 40602, kFrNext = 40603, kFrAnimate = 40604, kFrScale = 40605,
-                     kFrUnzoom = 40606, kFrPattern = 40607, kFrClose = 40608;
+                     kFrUnzoom = 40606, kFrPattern = 40607, kFrClose = 40608, kFrIso = 40609;
 
 struct FRAMES_VIEW_TYPE {
     int window = 0;
@@ -25,7 +25,7 @@ struct FRAMES_VIEW_TYPE {
     int bi1 = 0, bi2 = 0, bj1 = 0, bj2 = 0;  // the box summed against the step; 0 none
     bool band = false;                   // left button down: a zoom or box rubber band
     int band_i = 0, band_j = 0;
-    bool animate = false;
+    bool iso = false;                    // iso-lines over the picture
     std::vector<unsigned char> mask;     // pixels left out of an integration (middle button boxes)
     bool has_geometry = false;
     hxl::DETECTOR_GEOMETRY_TYPE geometry;

@@ -65,7 +65,8 @@ bool frames_step(const std::string& line, const std::vector<std::string>& w, WIN
     m.win = win;
     static const std::vector<std::pair<std::string, int>> items = {
         {"open", kFrOpen},   {"previous", kFrPrevious}, {"next", kFrNext},       {"animate", kFrAnimate},
-        {"scale", kFrScale}, {"unzoom", kFrUnzoom},     {"pattern", kFrPattern}, {"close", kFrClose}};
+        {"scale", kFrScale}, {"unzoom", kFrUnzoom},     {"pattern", kFrPattern}, {"close", kFrClose},
+        {"iso", kFrIso}};
     if (w.size() == 2) {
         for (const auto& [name, item] : items)
             if (name == w[1]) {

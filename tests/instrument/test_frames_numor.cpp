@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "frame_builders.h"
+#include "instrument/frame_contours.h"
 #include "instrument/frame_image.h"
 #include "instrument/nrf_frames.h"
 #include "instrument/tube_pattern.h"
@@ -141,4 +142,26 @@ TEST(FrameImage, PercentilesAndScales) {
     Ramp_Colour(1, hi);
     EXPECT_EQ(lo[0] + lo[1] + lo[2], 0);
     EXPECT_EQ(hi[0] + hi[1] + hi[2], 765);
+}
+
+TEST(FrameImage, IsoLinesCrossWhereTheCountsDo) {
+    FRAME_SET_TYPE f;
+    Allocate_Frames(f, 6, 5, 1);
+    // A ramp along x: counts = 10 i; the level 35 lies half-way between pixels 3 and 4,
+    // whose centres are at 2.5 and 3.5: a vertical line at x = 3.0 from row 1 to row 5.
+    for (int j = 1; j <= 5; ++j)
+        for (int i = 1; i <= 6; ++i) f.counts[static_cast<std::size_t>((j - 1) * 6 + i - 1)] = 10.0f * i;
+    auto s = Iso_Segments(f, 1, 35, 1, 6, 1, 5);
+    ASSERT_EQ(s.size(), 4u);  // one a row of cells
+    for (const auto& seg : s) {
+        EXPECT_FLOAT_EQ(seg[0], 3.0f);
+        EXPECT_FLOAT_EQ(seg[2], 3.0f);
+        EXPECT_FLOAT_EQ(std::fabs(seg[3] - seg[1]), 1.0f);
+    }
+    EXPECT_TRUE(Iso_Segments(f, 1, 500, 1, 6, 1, 5).empty());
+    // The zoom limits the cells looked at.
+    EXPECT_TRUE(Iso_Segments(f, 1, 35, 4, 6, 1, 5).empty());
+    // The level of a scale position inverts the position.
+    for (Frame_Scale sc : {Frame_Scale::Linear, Frame_Scale::Log, Frame_Scale::Sqrt})
+        EXPECT_NEAR(Scale_Position(Scale_Level(0.3f, 2, 500, sc), 2, 500, sc), 0.3f, 1e-5);
 }
