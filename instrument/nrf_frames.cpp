@@ -102,6 +102,11 @@ bool Read_Nrf_Frames(const std::string& path, FRAME_SET_TYPE& frames, std::strin
     title.resize(80, ' ');
     frames.title = Trim(title.substr(0, 72));
     frames.scan_var = Trim(title.substr(72, 8));
+    if (frames.scan_var.empty()) {
+        // The single-crystal layout: title in 60 columns, scan type in the next 8.
+        frames.title = Trim(title.substr(0, 60));
+        frames.scan_var = Trim(title.substr(60, 8));
+    }
     return true;
 }
 

@@ -12,6 +12,7 @@ namespace ztest {
 
 struct Tube_Run {
     int tubes = 5, pixels = 5, steps = 3;
+    bool sxtal_title = false;  // title in 60 columns and the scan type "omega" after it
     float first_angle = 20.0f, step = 0.25f, wavelength = 1.594f;
     std::function<int(int tube, int pixel, int step)> counts = [](int t, int p, int k) { return 1000 * k + 100 * t + p; };
     std::function<float(int step)> monitor = [](int) { return 1000.0f; };
@@ -21,8 +22,8 @@ inline std::string Tube_Numor(const Tube_Run& r, int steps_written = -1, int cut
     Numor_Builder b;
     b.R(121459).A("D2B suard nass26-Jun-13 21:19:49");
     std::string title = "La0.75Ba0.25CoO2.92 test run";
-    title.resize(72, ' ');
-    b.A_Lines({title + "2theta"});
+    title.resize(r.sxtal_title ? 60 : 72, ' ');
+    b.A_Lines({title + (r.sxtal_title ? "omega" : "2theta")});
     b.I(Values<int>(31, {{4, 1}, {5, 3}, {7, r.steps}, {24, r.tubes * r.pixels}}));
     b.F(Values<float>(50, {{18, r.wavelength}, {36, r.first_angle}, {37, r.step}}));
     int n = steps_written < 0 ? r.steps : steps_written;

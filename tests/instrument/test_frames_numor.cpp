@@ -37,6 +37,11 @@ TEST(NrfFrames, TubesBecomeColumnsAndStepsFrames) {
     EXPECT_NEAR(f.angle[1], 20.25f, 1e-4);
     EXPECT_EQ(f.monitor[2], 1003.0f);
     EXPECT_EQ(f.time[0], 37000.0f);
+    // A single-crystal run: its scan type after a title of 60 columns.
+    run.sxtal_title = true;
+    ASSERT_TRUE(Read_Frames(d.Write("sx", Tube_Numor(run)), f, msg)) << msg;
+    EXPECT_EQ(f.scan_var, "omega");
+    EXPECT_EQ(f.title, "La0.75Ba0.25CoO2.92 test run");
 }
 
 TEST(NrfFrames, DamagedRunsAreRefusedOrReadAsFarAsTheyGo) {
