@@ -176,6 +176,29 @@ void to_store() {
     WindowSelect(v.window);
 }
 
+// A slider over the frames, for runs too long to step through one by one.
+void go_to_frame() {
+    FRAMES_VIEW_TYPE& v = Frames_View();
+    constexpr int kGotoDialog = 213, kGotoSlider = 2131;
+    if (v.frames.n_frames < 1) return;
+    if (!WDialogDefined(kGotoDialog)) {
+        DIALOG_FIELD slider = Fld(kGotoSlider, FIELD_KIND::Slider, "Frame");
+        WDialogDefine({kGotoDialog, "Go to frame", {}, {slider}});
+    }
+    WDialogLoad(kGotoDialog);
+    WDialogRangeInteger(kGotoSlider, 1, v.frames.n_frames);
+    WDialogPutInteger(kGotoSlider, v.current);
+    WDialogShow(-1, -1, 0, Modal);
+    int k = v.current;
+    WDialogGetInteger(kGotoSlider, k);
+    const bool ok = WInfoDialog(4) == kIdOk;
+    WDialogUnload();
+    WindowSelect(v.window);
+    if (!ok) return;
+    v.current = std::clamp(k, 1, v.frames.n_frames);
+    Frames_Redraw();
+}
+
 void close_window() {
     FRAMES_VIEW_TYPE& v = Frames_View();
     WMenuSetState(40169, 2, 0);
@@ -186,6 +209,14 @@ void close_window() {
 }
 
 }  // namespace
+
+std::string Frames_Dump() {
+    const FRAMES_VIEW_TYPE& v = Frames_View();
+    return "window " + std::to_string(v.window) + "\nformat " + v.frames.format + "\nframes " +
+           std::to_string(v.frames.n_frames) + "\ncurrent " + std::to_string(v.current) + "\nsize " +
+           std::to_string(v.frames.nx) + " " + std::to_string(v.frames.ny) + "\nzoom " + std::to_string(v.i1) + " " +
+           std::to_string(v.i2) + " " + std::to_string(v.j1) + " " + std::to_string(v.j2) + "\n";
+}
 
 FRAMES_VIEW_TYPE& Frames_View() {
     static FRAMES_VIEW_TYPE v;
@@ -322,6 +353,7 @@ void Open_Frames_Window() {
                                  {kFrPrevious, "left", "Previous frame"},
                                  {kFrNext, "right", "Next frame"},
                                  {kFrAnimate, "Run", "Run through the frames"},
+                                 {kFrGoto, "Go", "Go to a frame with a slider"},
                                  {0, "", ""},
                                  {kFrScale, "Lin", "Colour scale: linear, log, square root"},
                                  {kFrIso, "Iso", "Iso-lines on or off"},
@@ -367,6 +399,7 @@ void Frames_Event(int type, const WIN_MESSAGE& m) {
                                                                     : hxl::Frame_Scale::Linear;
             Frames_Redraw();
             break;
+        case kFrGoto: go_to_frame(); break;
         case kFrIso:
             v.iso = !v.iso;
             Frames_Redraw();

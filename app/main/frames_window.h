@@ -12,7 +12,7 @@ namespace zendrite {
 
 // Toolbar items of the window.
 inline constexpr int kFrOpen = 40601, kFrPrevious = 40602, kFrNext = 40603, kFrAnimate = 40604, kFrScale = 40605,
-                     kFrUnzoom = 40606, kFrPattern = 40607, kFrClose = 40608, kFrIso = 40609;
+                     kFrUnzoom = 40606, kFrPattern = 40607, kFrClose = 40608, kFrIso = 40609, kFrGoto = 40610;
 
 struct FRAMES_VIEW_TYPE {
     int window = 0;
@@ -40,5 +40,7 @@ void Open_Frames_Window();
 bool Frames_Load(const std::string& path, std::string& message);
 void Frames_Event(int type, const WIN_MESSAGE& message);
 void Frames_Redraw();
+// The state of the window as "key value" lines, for scripts.
+std::string Frames_Dump();
 
 }  // namespace zendrite

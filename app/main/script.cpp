@@ -56,6 +56,10 @@ std::string Reflections_Under_Mouse() {
 // The 2D window: its toolbar, keys, pictures, and the mouse at page fractions (0 to 1).
 bool frames_step(const std::string& line, const std::vector<std::string>& w, WIN_MESSAGE& m) {
     const int win = Frames_View().window;
+    if (w[1] == "dump" && w.size() == 3) {
+        if (!Write_File_Replace(w[2], Frames_Dump())) bad(line, "cannot write");
+        return false;
+    }
     if (win == 0) {
         bad(line, "no 2D window");
         return false;
@@ -66,7 +70,7 @@ bool frames_step(const std::string& line, const std::vector<std::string>& w, WIN
     static const std::vector<std::pair<std::string, int>> items = {
         {"open", kFrOpen},   {"previous", kFrPrevious}, {"next", kFrNext},       {"animate", kFrAnimate},
         {"scale", kFrScale}, {"unzoom", kFrUnzoom},     {"pattern", kFrPattern}, {"close", kFrClose},
-        {"iso", kFrIso}};
+        {"iso", kFrIso},     {"goto", kFrGoto}};
     if (w.size() == 2) {
         for (const auto& [name, item] : items)
             if (name == w[1]) {

@@ -15,12 +15,27 @@ TEST_F(E2E_FRAMES, NumorShownSteppedAndItsPatternStored) {
     r.counts = [](int t, int, int) { return t == 2 ? 50 : 1; };
     std::ofstream(home / "121459") << ztest::Tube_Numor(r);
     std::string s = "files " + at("121459") + "\nmenu 40169\n";
-    s += "frames next\nframes key right\nframes mouse move 0 0.2 0.6\n";
+    s += "frames dump " + at("f0.txt") + "\nframes next\nframes key right\nframes dump " + at("f1.txt") + "\n";
+    s += "dialog 213 set 2131 5\ndialog 213 press 1\nframes goto\nframes dump " + at("f2.txt") + "\n";
+    s += "frames key left\nframes mouse press 1 0.2 0.4\nframes mouse release 1 0.4 0.8\nframes dump " + at("f3.txt") + "\n";
+    s += "frames unzoom\nframes key home\nframes dump " + at("f4.txt") + "\nframes mouse move 0 0.2 0.6\n";
     s += "frames mouse press 2 0.1 0.4\nframes mouse release 2 0.5 0.9\n";
     s += "frames picture " + at("frames.png") + "\nframes pattern\ndump " + at("store.txt") + "\n";
     s += "files " + at("bad.edf") + "\nframes open\ndump " + at("store2.txt") + "\nquit\n";
     std::ofstream(home / "bad.edf") << "{\nDim_1 = 4 ;\nDim_2 = 4 ;\nDataType = UnsignedShort ;\nByteOrder = LowByteFirst ;\n}\n12";
     ASSERT_EQ(run(s), 0) << err;
+
+    EXPECT_EQ(value(file("f0.txt"), "current"), "1");
+    EXPECT_EQ(value(file("f0.txt"), "size"), "5 5");
+    EXPECT_EQ(value(file("f1.txt"), "current"), "3");
+    EXPECT_EQ(value(file("f2.txt"), "current"), "5");
+    // The image spans 0.07 to 0.60 of the width and 0.30 to 0.95 of the height: the box
+    // from (0.2, 0.4) to (0.4, 0.8) starts in column 1 + int(5 x 0.13 / 0.53) = 2, row 1 +
+    // int(5 x 0.1 / 0.65) = 1, and ends in column 1 + int(5 x 0.33 / 0.53) = 4, row 4.
+    EXPECT_EQ(value(file("f3.txt"), "current"), "4");
+    EXPECT_EQ(value(file("f3.txt"), "zoom"), "2 4 1 4") << file("f3.txt");
+    EXPECT_EQ(value(file("f4.txt"), "zoom"), "1 5 1 5");
+    EXPECT_EQ(value(file("f4.txt"), "current"), "1");
 
     QImage img(QString::fromStdString(at("frames.png")));
     ASSERT_FALSE(img.isNull());
