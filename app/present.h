@@ -5,6 +5,7 @@
 // A W.../IGr... call acts on what was selected last.
 #include <functional>
 #include <string>
+#include <cstdint>
 #include <vector>
 
 #include "support/array1.h"
@@ -261,6 +262,8 @@ void IGrMarker(float x, float y, int marker, float size);  // marker 1 none, 2 c
 // value kNoPixel leaves the target as it is. Vector files hold it as an embedded bitmap.
 inline constexpr unsigned kNoPixel = 0xFF000000u;
 void IGrImage(float x1, float y1, float x2, float y2, int width, int height, const std::vector<unsigned>& rgb);
+// The same from 8-bit R, G, B triples (rows from the top), as the frame pictures hold them.
+void IGrImageRGB(float x1, float y1, float x2, float y2, int width, int height, const std::vector<std::uint8_t>& rgb);
 // font 1 sans, 2 serif, 3 fixed; style 0 plain, 1 bold, 2 italic; width and height as fractions of the target
 void WGrTextFont(int font, int style, float width, float height);
 void WGrTextOrientation(float degrees);

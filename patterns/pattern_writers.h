@@ -37,4 +37,7 @@ XY_EXPORT_TYPE XY_Export_Defaults(const DIFFRACTION_PATTERN_TYPE& pattern);
 bool Save_XY(const std::string& filename, const DIFFRACTION_PATTERN_TYPE& pattern, const std::string& prf_name,
              const XY_EXPORT_TYPE& options, std::string& message);
 
+// x, y and the standard deviation in three columns under "#" comment lines.
+bool Save_XYE(const std::string& filename, const DIFFRACTION_PATTERN_TYPE& pattern, std::string& message);
+
 }  // namespace hxl

@@ -9,6 +9,7 @@ packages=(
   xvfb xauth python3 python3-gemmi gemmi-dev tao-pegtl-dev libsymspg-dev python3-xraylib python3-numpy python3-scipy python3-mpmath python3-matplotlib libxy-bin libxy-dev gzip p7zip-full
   desktop-file-utils libxml2-utils
   ghostscript poppler-utils qt6-image-formats-plugins
+  libtiff-dev libcbf-dev libhdf5-dev libpng-dev
 )
 missing=()
 for p in "${packages[@]}"; do

@@ -131,6 +131,11 @@ void Edit_Text_File(const std::string& file);
 // cryst_calc.cpp: the metrics, space-group listing and reflection conditions of a cell and group
 void Cryst_Calc(int item);
 
+// frames_menu.cpp: the 2D mode, a window of detector frames
+void Frames_Mode(int item);
+// extraction_dialog.cpp: the input of the extraction program, its run, its patterns loaded
+void Numors_Extraction(int item);
+
 // help_menu.cpp
 void Options_Preferences(int item);
 void Help_About(int item);

@@ -16,17 +16,7 @@ namespace {
 
 void clear_picture() {
     QUICK_VIEW_TYPE& qv = Quick_View();
-    WindowSelect(qv.qv_window);
-    if (qv.bitmap) WBitmapDestroy(qv.bitmap);
-    IGrPaletteBackground(0);
-    WBitmapCreate(qv.bitmap, std::max(WInfoWindow(1), 1), std::max(WInfoWindow(2), 1));
-    IGrSelect(2, qv.bitmap);
-    IGrArea(0, 0, 1, 1);
-    IGrUnits(0, 0, 1, 1);
-    IGrColour("black");
-    IGrFillPattern(3);
-    IGrRectangle(0, 0, 1, 1);
-    IGrFillPattern(0);
+    Child_Picture_Start(qv.qv_window, qv.bitmap);
     IGrSelect(1, qv.qv_window);
     WBitmapPut(qv.bitmap, 0);
 }

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "app/main/frames_window.h"
 #include "app/main/hkl_gen.h"
 #include "app/main/picture_commands.h"
 #include "app/main/menu_groups.h"
@@ -54,6 +55,48 @@ std::string Reflections_Under_Mouse() {
 }
 
 // "qv ...": events of the Quick View window, its state and its picture.
+// The 2D window: its toolbar, keys, pictures, and the mouse at page fractions (0 to 1).
+bool frames_step(const std::string& line, const std::vector<std::string>& w, WIN_MESSAGE& m) {
+    const int win = Frames_View().window;
+    if (w[1] == "dump" && w.size() == 3) {
+        if (!Write_File_Replace(w[2], Frames_Dump())) bad(line, "cannot write");
+        return false;
+    }
+    if (win == 0) {
+        bad(line, "no 2D window");
+        return false;
+    }
+    bool ok = true;
+    m = WIN_MESSAGE{};
+    m.win = win;
+    static const std::vector<std::pair<std::string, int>> items = {
+        {"open", kFrOpen},   {"previous", kFrPrevious}, {"next", kFrNext},       {"animate", kFrAnimate},
+        {"scale", kFrScale}, {"unzoom", kFrUnzoom},     {"pattern", kFrPattern}, {"close", kFrClose},
+        {"iso", kFrIso},     {"goto", kFrGoto}};
+    if (w.size() == 2) {
+        for (const auto& [name, item] : items)
+            if (name == w[1]) {
+                m.type = MenuSelect;
+                m.value1 = item;
+                return true;
+            }
+    } else if (w[1] == "picture" && w.size() == 3) {
+        if (!WPictureSave(win, w[2])) bad(line, "no picture");
+        return false;
+    } else if (w[1] == "key" && w.size() == 3 && (w[2] == "left" || w[2] == "right" || w[2] == "home")) {
+        m.type = KeyDown;
+        m.value1 = w[2] == "left" ? kKeyLeft : w[2] == "right" ? kKeyRight : kKeyHome;
+        return true;
+    } else if (w[1] == "mouse" && w.size() == 6) {
+        m.type = w[2] == "press" ? MouseButDown : w[2] == "release" ? MouseButUp : w[2] == "move" ? MouseMove : 0;
+        m.value1 = to_int(w[3], ok);
+        m.gx = to_real(w[4], ok), m.gy = to_real(w[5], ok);
+        if (ok && m.type) return true;
+    }
+    bad(line, "not understood");
+    return false;
+}
+
 bool quick_view_step(const std::string& line, const std::vector<std::string>& w, WIN_MESSAGE& m) {
     const int win = Quick_View().qv_window;
     const std::string& what = w[1];
@@ -265,6 +308,8 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         return false;
     } else if (cmd == "qv" && w.size() >= 2) {
         return quick_view_step(line, w, m);
+    } else if (cmd == "frames" && w.size() >= 2) {
+        return frames_step(line, w, m);
     } else if (cmd == "hklgen" && w.size() == 2) {
         if (!Write_File_Replace(w[1], Hkl_Gen_Dump())) bad(line, "cannot write");
         return false;

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "app/main/configuration.h"
+#include "app/main/frames_window.h"
 #include "app/main/hkl_gen.h"
 #include "app/main/menu_groups.h"
 #include "app/main/plot_link.h"
@@ -165,6 +166,8 @@ void Main_Loop() {
             Hkl_Gen_Refresh_Merit();
         } else if (m.win == Quick_View().qv_window && m.win != 0) {
             ihand_winqvprf(type, m);
+        } else if (m.win == Frames_View().window && m.win != 0) {
+            Frames_Event(type, m);
         } else if (m.win == WEditWindow() && m.win != 0) {
             WindowSelect(m.win);
             if ((type == PushButton && m.value1 == kIdCancel) || type == CloseRequest) WEditClose();

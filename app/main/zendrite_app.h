@@ -21,6 +21,9 @@ std::string Beside_Preference_File(const std::string& name);
 void Write_Recent_Files();
 void Show_Recent_Files();
 void Open_Recent(const std::string& name);
+// A black off-screen picture of the child window's size, selected for drawing
+// in units 0 to 1; the window's old picture is freed.
+void Child_Picture_Start(int window, int& bitmap);
 // The status `error`/`message` pair of a command: shown unless it is "Cancelled".
 void Show_Message(const std::string& message, const std::string& title = "Zendrite-2006");
 // Opens data files: `name` blank asks the selector; otherwise the file given.

@@ -289,6 +289,14 @@ void IGrPolygonShaded(const std::vector<float>& x, const std::vector<float>& y) 
     L().gr.fill = keep;
 }
 
+void IGrImageRGB(float x1, float y1, float x2, float y2, int width, int height, const std::vector<std::uint8_t>& rgb) {
+    if (width < 1 || height < 1 || rgb.size() < static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3) return;
+    std::vector<unsigned> packed(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    for (std::size_t i = 0; i < packed.size(); ++i)
+        packed[i] = (unsigned{rgb[3 * i]} << 16) | (unsigned{rgb[3 * i + 1]} << 8) | unsigned{rgb[3 * i + 2]};
+    IGrImage(x1, y1, x2, y2, width, height, packed);
+}
+
 void IGrPolygonGrad(const std::vector<float>& x, const std::vector<float>& y, int rgb_from, int rgb_to) {
     Target_Painter p;
     if (!p || x.empty()) return;
@@ -375,19 +383,19 @@ int IGrGetPixelRGB(int px, int py) {
 namespace zendrite {
 
 void IGrImage(float x1, float y1, float x2, float y2, int width, int height, const std::vector<unsigned>& rgb) {
-    QImage* t = Target();
-    if (!t || width < 1 || height < 1 || rgb.size() < static_cast<std::size_t>(width) * height) return;
+    if (width < 1 || height < 1 || rgb.size() < static_cast<std::size_t>(width) * height) return;
+    Target_Painter p;
+    if (!p) return;
     QImage img(width, height, QImage::Format_ARGB32);
     for (int y = 0; y < height; ++y) {
         QRgb* line = reinterpret_cast<QRgb*>(img.scanLine(y));
         const unsigned* from = rgb.data() + static_cast<std::size_t>(y) * width;
         for (int x = 0; x < width; ++x) line[x] = from[x] == kNoPixel ? 0u : (0xFF000000u | (from[x] & 0xFFFFFFu));
     }
-    QPainter p(t);
-    p.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    p.drawImage(QRectF(To_Pixel(x1, y2), To_Pixel(x2, y1)).normalized(), img);
-    const GR_STATE& g = L().gr;
-    if (g.kind == 1) Refresh_Window(g.handle);
+    // Detector pixels and map cells stay square blocks: no smoothing between them.
+    p->setRenderHint(QPainter::SmoothPixmapTransform, false);
+    p->drawImage(QRectF(To_Pixel(x1, y2), To_Pixel(x2, y1)).normalized(), img);
+    touched();
 }
 
 }  // namespace zendrite
