@@ -96,3 +96,30 @@ TEST_F(Fit, IrfFileThenClearAll) {
     EXPECT_EQ(value(e, "background"), "0");
     EXPECT_EQ(e.find("ycalc_sum"), std::string::npos);
 }
+
+// Escape pressed in the fit's small window after two iterations stops the
+// fit there: the best values reached go to the job file and the curves, and
+// the closing message says the fit was stopped.
+TEST_F(Fit, EscapeStopsTheFitKeepingTheBestValues) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    run("files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\nprogress \"Profile fitting\" 2 escape\n" +
+        fit_lines("") + "dump " + at("d.txt") + "\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(count(out, " => The fit was stopped: the best values reached are kept"), 1) << out;
+    EXPECT_TRUE(fs::exists(home / "ceo2_pf.out"));
+    EXPECT_EQ(count(out, "  => Final   Chi2:"), 1) << out;
+    const std::string pik = file("ceo2.pik");
+    EXPECT_NE(pik.find("\n!  Chi2 = "), std::string::npos) << pik;
+    const std::string d = file("d.txt");
+    EXPECT_NE(d.find("ycalc_sum"), std::string::npos) << d;
+
+    // The same run without Escape goes on past where Escape stopped, to a lower chi2.
+    const std::string stopped = pik.substr(pik.find("\n!  Chi2 = ") + 11, 14);
+    fs::remove(home / "ceo2.pik");
+    run("files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\n" + fit_lines(""));
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(count(out, " => The fit was stopped"), 0) << out;
+    const std::string full = file("ceo2.pik");
+    EXPECT_LT(std::stod(full.substr(full.find("\n!  Chi2 = ") + 11, 14)), std::stod(stopped));
+}
