@@ -43,7 +43,6 @@ struct NORMAL_MATRIX {
         const bool same = f.Row_Start() == jstart && f.Col() == jcol && a.cols() == f.Cols();
         if (same ? Add_Up(f, false) : a.cols() == f.Cols() && Add_Up(f, true)) return false;
         Lay_Out(f);
-        Add_Up(f, false);
         return true;
     }
 
@@ -103,29 +102,36 @@ private:
         return true;
     }
 
+    // The pattern and the sums in one pass, each column gathered in a dense
+    // accumulator.
     void Lay_Out(const LSQ_SPARSE_JACOBIAN_TYPE& f) {
         const int n = f.Cols();
         const std::vector<int>&rs = f.Row_Start(), &cs = f.Col();
+        const std::vector<float>& v = f.Val();
         jstart = rs, jcol = cs;
         Transpose(f);
         std::vector<int> mark(static_cast<std::size_t>(n), -1), outer(static_cast<std::size_t>(n) + 1, 0), inner, list;
+        std::vector<double> sum(static_cast<std::size_t>(n), 0.0), values;
         for (int c = 0; c < n; ++c) {
             list.assign(1, c);
             mark[static_cast<std::size_t>(c)] = c;
+            sum[static_cast<std::size_t>(c)] = 0.0;
             for (int t = tstart[static_cast<std::size_t>(c)]; t < tstart[static_cast<std::size_t>(c) + 1]; ++t) {
-                const int r = trow[static_cast<std::size_t>(t)];
-                for (int k = tpos[static_cast<std::size_t>(t)]; k < rs[static_cast<std::size_t>(r) + 1]; ++k) {
-                    const int q = cs[static_cast<std::size_t>(k)];
-                    if (mark[static_cast<std::size_t>(q)] != c) mark[static_cast<std::size_t>(q)] = c, list.push_back(q);
+                const int r = trow[static_cast<std::size_t>(t)], at = tpos[static_cast<std::size_t>(t)];
+                const double vc = v[static_cast<std::size_t>(at)];
+                for (int k = at; k < rs[static_cast<std::size_t>(r) + 1]; ++k) {
+                    const std::size_t q = static_cast<std::size_t>(cs[static_cast<std::size_t>(k)]);
+                    if (mark[q] != c) mark[q] = c, sum[q] = 0.0, list.push_back(static_cast<int>(q));
+                    sum[q] += vc * v[static_cast<std::size_t>(k)];
                 }
             }
             std::sort(list.begin(), list.end());
             inner.insert(inner.end(), list.begin(), list.end());
+            for (int q : list) values.push_back(sum[static_cast<std::size_t>(q)]);
             outer[static_cast<std::size_t>(c) + 1] = static_cast<int>(inner.size());
         }
-        std::vector<double> zero(inner.size(), 0.0);
         Eigen::Map<const SPARSE_COLS> map(n, n, static_cast<Eigen::Index>(inner.size()), outer.data(), inner.data(),
-                                          zero.data());
+                                          values.data());
         a = map;
         a.makeCompressed();
     }

@@ -78,7 +78,7 @@ void Fit(benchmark::State& state, const char* name) {
     fo.folder = "/tmp";
     fo.stem = "bench_fit";
     fo.ask = [](const std::string&) { return true; };
-    double chi2 = 0, peaks = 0;
+    double chi2 = 0, peaks = 0, rounds = 0, added = 0, dropped = 0;
     for (auto _ : state) {
         hxl::PIK_JOB_TYPE job;
         std::string message;
@@ -91,9 +91,13 @@ void Fit(benchmark::State& state, const char* name) {
         }
         chi2 = r.chi2;
         peaks = static_cast<double>(r.peaks.size());
+        rounds = report.rounds, added = report.added, dropped = report.dropped;
     }
     state.counters["chi2"] = chi2;
     state.counters["peaks"] = peaks;
+    state.counters["rounds"] = rounds;
+    state.counters["added"] = added;
+    state.counters["dropped"] = dropped;
 }
 
 BENCHMARK_CAPTURE(Fit, peaks100_points1e4, "fit_10k_100pk.xy")->Unit(benchmark::kMillisecond);
