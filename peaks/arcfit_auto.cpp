@@ -115,10 +115,6 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
     ARC_AUTO_REPORT_TYPE rep;
     PIK_JOB_TYPE job = start;
     ARC_FIT_RESULT_TYPE r;
-    // Places where a peak was dropped, with the width there: the matched
-    // filter sees a peak the fit cannot hold up, and adding it again would
-    // only drop it again, round after round.
-    std::vector<std::pair<float, float>> refused;
     std::vector<std::array<int, 2>> held_of;  // per peak of the job: see AUTO_PEAK
     for (int round = 1;; ++round) {
         if (ao.on_round) ao.on_round(round);
@@ -160,21 +156,15 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
                 ++fixed;
             } else if (weak || wild || outside) {
                 ++dropped;
-                if (weak) refused.emplace_back(p.pos, local > 0 ? local : p.fwhm);
                 continue;
             }
             std::array<int, 2> held = k < static_cast<int>(held_of.size()) ? held_of[static_cast<std::size_t>(k)] : std::array<int, 2>{-1, -1};
             if (fixed_now && held[0] < 0) held = {fitted.pf(k + 1)[2], fitted.pf(k + 1)[3]};
             kept.push_back({fitted.pos(k + 1), fitted.inten(k + 1), shf_g, shf_e, flags, held});
         }
-        // Added peaks are placed against the list before the drops; the place of
-        // a peak dropped as weak is not offered again.
+        // Added peaks are placed against the list before the drops: a dropped
+        // peak's place is searched again in the next round, from its own residual.
         std::vector<CANDIDATE> missed = Missed_Peaks(r, data, spos, sfwhm, ao.add_sigma);
-        std::erase_if(missed, [&](const CANDIDATE& c) {
-            for (const auto& [x, h] : refused)
-                if (std::fabs(c.x - x) < 0.5f * std::max(h, c.width)) return true;
-            return false;
-        });
         std::sort(missed.begin(), missed.end(), [](const CANDIDATE& a, const CANDIDATE& b) { return a.significance > b.significance; });
         const std::size_t room = kArcMaxPeaks > static_cast<int>(kept.size()) ? kArcMaxPeaks - kept.size() : 0u;
         if (missed.size() > room) missed.resize(room);

@@ -40,8 +40,7 @@ struct ARC_AUTO_REPORT_TYPE {
 // standard deviations while its width or mixing is free gets the local width
 // and a mixing within [0, 1], both fixed for the rounds (and freed again for
 // the last fit); otherwise such a peak, a negative area, or a width out of
-// the band around the local width is dropped, and its place is not offered
-// again when the peak was weak; each place where the difference
+// the band around the local width is dropped; each place where the difference
 // curve holds a missed peak gets one, started by the dialog's rule (its
 // height above the fit, the local width, mixing 0.5); the job is fitted
 // again from the values reached. It stops when a round changes nothing, or
