@@ -23,6 +23,8 @@ inline constexpr int FilesDropped = 12;
 inline constexpr int kKeyHome = 1;
 // The arrows and the page keys, for windows that step through a list.
 inline constexpr int kKeyUp = 2, kKeyDown = 3, kKeyLeft = 4, kKeyRight = 5, kKeyPageUp = 6, kKeyPageDown = 7;
+// Escape: long work watching for it stops; a modeless dialog with a Cancel reports Cancel instead.
+inline constexpr int kKeyEscape = 8;
 inline constexpr int kRootWindow = 0;
 inline constexpr int kIdOk = 1, kIdCancel = 2;
 
@@ -395,6 +397,9 @@ void WQueueAnswer(int button);
 // The button `button` of the modeless dialog `key` is pressed (a PushButton event is queued)
 // once one of its progress bars has been set to `value` or beyond.
 void WQueueProgressAnswer(const std::string& key, int value, int button);
+// As the button: the Escape key pressed in the dialog (in the root window while the
+// dialog has no widgets, as in scripted runs).
+inline constexpr int kProgressEscape = -1;
 struct DIALOG_ANSWER {
     std::string op;   // "set", "check", "grid", "radio", "press"; "show" and "picture" report the dialog
     int field = 0;

@@ -16,6 +16,8 @@ namespace {
 struct AUTO_PEAK {
     float pos, inten, shf_g, shf_e;
     std::array<int, 4> flags;
+    // Width and mixing flags as they were before a weak round held them fixed.
+    std::array<int, 2> held{-1, -1};
 };
 
 // The median width of the (up to) seven peaks nearest x, leaving out index `skip`.
@@ -113,6 +115,7 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
     ARC_AUTO_REPORT_TYPE rep;
     PIK_JOB_TYPE job = start;
     ARC_FIT_RESULT_TYPE r;
+    std::vector<std::array<int, 2>> held_of;  // per peak of the job: see AUTO_PEAK
     for (int round = 1;; ++round) {
         if (ao.on_round) ao.on_round(round);
         if (!Arc_Fit(job, data, lean, r, message)) return false;
@@ -130,7 +133,7 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
         for (int k : order) spos.push_back(pos[static_cast<std::size_t>(k)]), sfwhm.push_back(fwhm[static_cast<std::size_t>(k)]);
 
         std::vector<AUTO_PEAK> kept;
-        int dropped = 0;
+        int dropped = 0, fixed = 0;
         for (std::size_t s = 0; s < order.size(); ++s) {
             const int k = order[s];
             const ARC_PEAK_RESULT_TYPE& p = r.peaks[static_cast<std::size_t>(k)];
@@ -140,11 +143,24 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
                                                                p.fwhm * ao.width_factor < local));
             const bool outside = !(p.pos > std::min(fitted.ang_init, fitted.ang_fin) &&
                                    p.pos < std::max(fitted.ang_init, fitted.ang_fin));
-            if (weak || wild || outside) {
+            std::array<int, 4> flags = fitted.pf(k + 1);
+            float shf_g = fitted.shf_g(k + 1), shf_e = fitted.shf_e(k + 1);
+            // A weak peak with its width and mixing free may be weak only for
+            // them: it gets the local width and a mixing within [0, 1], both
+            // fixed, and one more round to show its area.
+            const bool fixed_now = weak && !wild && !outside && p.area > 0 && local > 0 && (flags[2] != 0 || flags[3] != 0);
+            if (fixed_now) {
+                flags[2] = flags[3] = 0;
+                shf_g += local - p.fwhm;
+                shf_e += std::clamp(p.eta, 0.0f, 1.0f) - p.eta;
+                ++fixed;
+            } else if (weak || wild || outside) {
                 ++dropped;
                 continue;
             }
-            kept.push_back({fitted.pos(k + 1), fitted.inten(k + 1), fitted.shf_g(k + 1), fitted.shf_e(k + 1), fitted.pf(k + 1)});
+            std::array<int, 2> held = k < static_cast<int>(held_of.size()) ? held_of[static_cast<std::size_t>(k)] : std::array<int, 2>{-1, -1};
+            if (fixed_now && held[0] < 0) held = {fitted.pf(k + 1)[2], fitted.pf(k + 1)[3]};
+            kept.push_back({fitted.pos(k + 1), fitted.inten(k + 1), shf_g, shf_e, flags, held});
         }
         // Added peaks are placed against the list before the drops: a dropped
         // peak's place is searched again in the next round, from its own residual.
@@ -158,7 +174,7 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
             // The same rule as the starting job: width in the shift, mixing from Eta0.
             kept.push_back({c.x, c.height / Pseudo_Voigt_Top(h, std::clamp(eta0, 0.0f, 1.0f)), h, 0.0f, {1, 1, 1, 1}});
         }
-        if (dropped == 0 && missed.empty()) {
+        if (dropped == 0 && fixed == 0 && missed.empty()) {
             rep.settled = true;
             break;
         }
@@ -166,10 +182,20 @@ bool Arc_Auto_Fit(const PIK_JOB_TYPE& start, const ARC_DATA_TYPE& data, const AR
         rep.added += static_cast<int>(missed.size());
         rep.dropped += dropped;
         job = fitted;
+        std::sort(kept.begin(), kept.end(), [](const AUTO_PEAK& a, const AUTO_PEAK& b) { return a.pos < b.pos; });
+        held_of.clear();
+        for (const AUTO_PEAK& q : kept) held_of.push_back(q.held);
         Set_Peaks(job, std::move(kept));
     }
+    // The widths held for the rounds are given back for the last fit: the
+    // list is settled, and a width the data hardly fix is still theirs to say.
+    bool held = false;
+    if (!r.stopped)
+        for (int k = 1; k <= r.job.npeak && k <= static_cast<int>(held_of.size()); ++k)
+            if (const auto h = held_of[static_cast<std::size_t>(k - 1)]; h[0] >= 0)
+                r.job.pf(k)[2] = h[0], r.job.pf(k)[3] = h[1], held = true;
     const bool extra = options.irf || options.save_calculated || options.single_peaks;
-    if (extra && !r.stopped) {
+    if ((extra || held) && !r.stopped) {
         if (!Arc_Fit(r.job, data, options, r, message)) return false;
     }
     result = std::move(r);

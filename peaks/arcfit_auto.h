@@ -36,9 +36,11 @@ struct ARC_AUTO_REPORT_TYPE {
     bool settled = false;  // the last round changed nothing
 };
 
-// Fits `job` on `data`, then repeats: each peak with its area below
-// keep_sigma standard deviations, a negative area, or a width out of the
-// band around the local width is dropped; each place where the difference
+// Fits `job` on `data`, then repeats: a peak with its area below keep_sigma
+// standard deviations while its width or mixing is free gets the local width
+// and a mixing within [0, 1], both fixed for the rounds (and freed again for
+// the last fit); otherwise such a peak, a negative area, or a width out of
+// the band around the local width is dropped; each place where the difference
 // curve holds a missed peak gets one, started by the dialog's rule (its
 // height above the fit, the local width, mixing 0.5); the job is fitted
 // again from the values reached. It stops when a round changes nothing, or

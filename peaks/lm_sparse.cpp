@@ -24,57 +24,152 @@ namespace hxl {
 
 namespace {
 
-using SPARSE_ROWS = Eigen::SparseMatrix<double, Eigen::RowMajor>;
 using SPARSE_COLS = Eigen::SparseMatrix<double>;
 
-// J as an Eigen matrix, in double.
-SPARSE_ROWS To_Eigen(const LSQ_SPARSE_JACOBIAN_TYPE& fjac, std::vector<double>& values) {
-    values.assign(fjac.Val().begin(), fjac.Val().end());
-    Eigen::Map<const SPARSE_ROWS> map(fjac.Rows(), fjac.Cols(), static_cast<Eigen::Index>(values.size()),
-                                      fjac.Row_Start().data(), fjac.Col().data(), values.data());
-    return SPARSE_ROWS(map);
-}
+// J^T J, lower triangle by columns with every diagonal entry stored (so that
+// a damping term has its place), formed straight from J's rows: row i adds
+// J(i,c) J(i,q) at (q, c) for each pair q >= c of its entries. The pattern
+// is kept while J's pairs fall inside it, as they do between most Jacobians
+// of a fit (a peak's reach moves by a point now and then); only when it is
+// laid out anew is the Cholesky's ordering analysed again.
+struct NORMAL_MATRIX {
+    std::vector<int> jstart, jcol;        // J's pattern when `a` was laid out
+    std::vector<int> tstart, trow, tpos;  // J by columns: rows, and places in J's values
+    std::vector<int> where, stamp, fill;  // scatter: place of row q in the current column of a, and that column
+    SPARSE_COLS a;
 
-// J^T J with every diagonal entry stored, so that a damping term has its place.
-SPARSE_COLS Normal_Matrix(const SPARSE_ROWS& j) {
-    const Eigen::Index n = j.cols();
-    SPARSE_COLS zero(n, n);
-    zero.setIdentity();
-    zero *= 0.0;
-    SPARSE_COLS a = SPARSE_COLS(j.transpose() * j) + zero;
-    a.makeCompressed();
-    return a;
-}
+    // True when the pattern was laid out anew.
+    bool Form(const LSQ_SPARSE_JACOBIAN_TYPE& f) {
+        const bool same = f.Row_Start() == jstart && f.Col() == jcol && a.cols() == f.Cols();
+        if (same ? Add_Up(f, false) : a.cols() == f.Cols() && Add_Up(f, true)) return false;
+        Lay_Out(f);
+        return true;
+    }
+
+private:
+    // The sums into the laid-out pattern; with `check`, false as soon as a
+    // pair falls outside it (the peaks' reach grew), else the pattern is kept
+    // for J's as the layout it now serves.
+    bool Add_Up(const LSQ_SPARSE_JACOBIAN_TYPE& f, bool check) {
+        const int n = f.Cols();
+        const std::vector<int>&rs = f.Row_Start(), &cs = f.Col();
+        const std::vector<float>& v = f.Val();
+        if (check && !Transpose(f)) return false;
+        double* val = a.valuePtr();
+        const int* outer = a.outerIndexPtr();
+        const int* inner = a.innerIndexPtr();
+        std::fill(val, val + a.nonZeros(), 0.0);
+        where.resize(static_cast<std::size_t>(n));
+        stamp.assign(static_cast<std::size_t>(n), -1);
+        for (int c = 0; c < n; ++c) {
+            for (int k = outer[c]; k < outer[c + 1]; ++k) {
+                where[static_cast<std::size_t>(inner[k])] = k;
+                stamp[static_cast<std::size_t>(inner[k])] = c;
+            }
+            for (int t = tstart[static_cast<std::size_t>(c)]; t < tstart[static_cast<std::size_t>(c) + 1]; ++t) {
+                const int r = trow[static_cast<std::size_t>(t)], at = tpos[static_cast<std::size_t>(t)];
+                const double vc = v[static_cast<std::size_t>(at)];
+                // rows are sorted: the entries from c's own on are those with q >= c
+                for (int k = at; k < rs[static_cast<std::size_t>(r) + 1]; ++k) {
+                    const std::size_t q = static_cast<std::size_t>(cs[static_cast<std::size_t>(k)]);
+                    if (check && stamp[q] != c) return false;
+                    val[where[q]] += vc * v[static_cast<std::size_t>(k)];
+                }
+            }
+        }
+        if (check) jstart = rs, jcol = cs;
+        return true;
+    }
+
+    // J by columns; false when a row is not sorted.
+    bool Transpose(const LSQ_SPARSE_JACOBIAN_TYPE& f) {
+        const int n = f.Cols(), m = f.Rows();
+        const std::vector<int>&rs = f.Row_Start(), &cs = f.Col();
+        tstart.assign(static_cast<std::size_t>(n) + 1, 0);
+        for (int c : cs) ++tstart[static_cast<std::size_t>(c) + 1];
+        for (int c = 0; c < n; ++c) tstart[static_cast<std::size_t>(c) + 1] += tstart[static_cast<std::size_t>(c)];
+        trow.resize(cs.size());
+        tpos.resize(cs.size());
+        fill.assign(tstart.begin(), tstart.end() - 1);
+        for (int r = 0; r < m; ++r)
+            for (int k = rs[static_cast<std::size_t>(r)]; k < rs[static_cast<std::size_t>(r) + 1]; ++k) {
+                if (k > rs[static_cast<std::size_t>(r)] && cs[static_cast<std::size_t>(k)] <= cs[static_cast<std::size_t>(k) - 1])
+                    return false;
+                const int t = fill[static_cast<std::size_t>(cs[static_cast<std::size_t>(k)])]++;
+                trow[static_cast<std::size_t>(t)] = r;
+                tpos[static_cast<std::size_t>(t)] = k;
+            }
+        return true;
+    }
+
+    // The pattern and the sums in one pass, each column gathered in a dense
+    // accumulator.
+    void Lay_Out(const LSQ_SPARSE_JACOBIAN_TYPE& f) {
+        const int n = f.Cols();
+        const std::vector<int>&rs = f.Row_Start(), &cs = f.Col();
+        const std::vector<float>& v = f.Val();
+        jstart = rs, jcol = cs;
+        Transpose(f);
+        std::vector<int> mark(static_cast<std::size_t>(n), -1), outer(static_cast<std::size_t>(n) + 1, 0), inner, list;
+        std::vector<double> sum(static_cast<std::size_t>(n), 0.0), values;
+        for (int c = 0; c < n; ++c) {
+            list.assign(1, c);
+            mark[static_cast<std::size_t>(c)] = c;
+            sum[static_cast<std::size_t>(c)] = 0.0;
+            for (int t = tstart[static_cast<std::size_t>(c)]; t < tstart[static_cast<std::size_t>(c) + 1]; ++t) {
+                const int r = trow[static_cast<std::size_t>(t)], at = tpos[static_cast<std::size_t>(t)];
+                const double vc = v[static_cast<std::size_t>(at)];
+                for (int k = at; k < rs[static_cast<std::size_t>(r) + 1]; ++k) {
+                    const std::size_t q = static_cast<std::size_t>(cs[static_cast<std::size_t>(k)]);
+                    if (mark[q] != c) mark[q] = c, sum[q] = 0.0, list.push_back(static_cast<int>(q));
+                    sum[q] += vc * v[static_cast<std::size_t>(k)];
+                }
+            }
+            std::sort(list.begin(), list.end());
+            inner.insert(inner.end(), list.begin(), list.end());
+            for (int q : list) values.push_back(sum[static_cast<std::size_t>(q)]);
+            outer[static_cast<std::size_t>(c) + 1] = static_cast<int>(inner.size());
+        }
+        Eigen::Map<const SPARSE_COLS> map(n, n, static_cast<Eigen::Index>(inner.size()), outer.data(), inner.data(),
+                                          values.data());
+        a = map;
+        a.makeCompressed();
+    }
+};
 
 struct SPARSE_ENGINE {
     int m, n;
     const LM_SPARSE_JACOBIAN& jac;
     LSQ_SPARSE_JACOBIAN_TYPE rows;
-    std::vector<double> values;
-    SPARSE_ROWS j;
-    SPARSE_COLS a, damped;
-    std::vector<Eigen::Index> diag_pos;  // place of each diagonal entry in a's values
+    NORMAL_MATRIX normal;
+    SPARSE_COLS damped;
     Eigen::VectorXd g, acnorm, dx, w, y;
     Eigen::SimplicialLDLT<SPARSE_COLS> ldlt;
     double dwarf = std::numeric_limits<double>::min();
+    const SPARSE_COLS& a = normal.a;
 
     SPARSE_ENGINE(int m_, int n_, const LM_SPARSE_JACOBIAN& jc) : m(m_), n(n_), jac(jc) {}
+
+    // The diagonal entry of column c: the first of its lower triangle.
+    double Diagonal(int c) const { return a.valuePtr()[a.outerIndexPtr()[c]]; }
 
     int Jacobian(const double* x, const double* fvec) {
         rows.Clear(m, n);
         const int st = jac(x, rows);
         if (st < 0) return st;
-        j = To_Eigen(rows, values);
-        a = Normal_Matrix(j);
-        diag_pos.assign(static_cast<std::size_t>(n), 0);
-        for (Eigen::Index c = 0; c < n; ++c)
-            for (Eigen::Index k = a.outerIndexPtr()[c]; k < a.outerIndexPtr()[c + 1]; ++k)
-                if (a.innerIndexPtr()[k] == c) diag_pos[static_cast<std::size_t>(c)] = k;
+        const bool changed = normal.Form(rows);
         acnorm.resize(n);
-        for (Eigen::Index c = 0; c < n; ++c) acnorm(c) = std::sqrt(std::max(a.valuePtr()[diag_pos[static_cast<std::size_t>(c)]], 0.0));
-        g = j.transpose() * Eigen::Map<const Eigen::VectorXd>(fvec, m);
-        damped = a;
-        ldlt.analyzePattern(damped);
+        for (int c = 0; c < n; ++c) acnorm(c) = std::sqrt(std::max(Diagonal(c), 0.0));
+        g.setZero(n);
+        const std::vector<int>&rs = rows.Row_Start(), &cs = rows.Col();
+        const std::vector<float>& v = rows.Val();
+        for (int r = 0; r < m; ++r)
+            for (int k = rs[static_cast<std::size_t>(r)]; k < rs[static_cast<std::size_t>(r) + 1]; ++k)
+                g(cs[static_cast<std::size_t>(k)]) += static_cast<double>(v[static_cast<std::size_t>(k)]) * fvec[r];
+        if (changed) {
+            damped = a;
+            ldlt.analyzePattern(damped);
+        }
         return 0;
     }
     const double* Acnorm() const { return acnorm.data(); }
@@ -88,7 +183,7 @@ struct SPARSE_ENGINE {
     // Factorises J^T J + par D^2; false when a pivot vanished.
     bool Factorise(const double* diag, double par) {
         std::copy(a.valuePtr(), a.valuePtr() + a.nonZeros(), damped.valuePtr());
-        for (int c = 0; c < n; ++c) damped.valuePtr()[diag_pos[static_cast<std::size_t>(c)]] += par * diag[c] * diag[c];
+        for (int c = 0; c < n; ++c) damped.valuePtr()[a.outerIndexPtr()[c]] += par * diag[c] * diag[c];
         ldlt.factorize(damped);
         if (ldlt.info() != Eigen::Success) return false;
         const Eigen::VectorXd& d = ldlt.vectorD();
@@ -116,7 +211,7 @@ struct SPARSE_ENGINE {
         if (!nonsingular) {
             double amax = 0.0, dmax = 0.0;
             for (int c = 0; c < n; ++c) {
-                amax = std::max(amax, a.valuePtr()[diag_pos[static_cast<std::size_t>(c)]]);
+                amax = std::max(amax, Diagonal(c));
                 dmax = std::max(dmax, diag[c] * diag[c]);
             }
             Factorise(diag, amax > 0.0 ? n * 2.2e-16 * amax / dmax : 1.0);
@@ -161,7 +256,18 @@ struct SPARSE_ENGINE {
             par = std::max(parl, par + parc);
         }
     }
-    double Jp_Norm(const double* p) { return (j * Eigen::Map<const Eigen::VectorXd>(p, n)).norm(); }
+    double Jp_Norm(const double* p) {
+        const std::vector<int>&rs = rows.Row_Start(), &cs = rows.Col();
+        const std::vector<float>& v = rows.Val();
+        double sum = 0.0;
+        for (int r = 0; r < m; ++r) {
+            double jp = 0.0;
+            for (int k = rs[static_cast<std::size_t>(r)]; k < rs[static_cast<std::size_t>(r) + 1]; ++k)
+                jp += static_cast<double>(v[static_cast<std::size_t>(k)]) * p[cs[static_cast<std::size_t>(k)]];
+            sum += jp * jp;
+        }
+        return std::sqrt(sum);
+    }
 };
 
 }  // namespace
@@ -174,9 +280,9 @@ void LM_Run_Sparse(int m, int n, std::vector<double>& x, std::vector<double>& fv
 
 bool Sparse_Covariance(const LSQ_SPARSE_JACOBIAN_TYPE& fjac, std::vector<float>& covar, int& bad) {
     bad = 0;
-    std::vector<double> values;
-    const SPARSE_ROWS j = To_Eigen(fjac, values);
-    const SPARSE_COLS a = Normal_Matrix(j);
+    NORMAL_MATRIX normal;
+    normal.Form(fjac);
+    const SPARSE_COLS& a = normal.a;
     const Eigen::Index n = a.cols();
     Eigen::SimplicialLDLT<SPARSE_COLS> ldlt(a);
     const Eigen::VectorXd& d = ldlt.vectorD();

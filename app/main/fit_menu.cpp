@@ -147,14 +147,16 @@ void run_cwl() {
     };
     const int id = Progress_Dialog("Profile fitting", kRunText, kRunBar);
     std::vector<WIN_MESSAGE> later;
-    o.status = [id](const std::string& line) {
+    int lines = 0;
+    o.status = [id, &lines](const std::string& line) {
         WindowOutStatusBar(kRunPart, line);
         WDialogSelect(id);
         WDialogPutString(kRunText, line);
+        WDialogPutProgressBar(kRunBar, ++lines);  // the bar runs busy; its value counts the lines
     };
     o.stop = [id, &later] { return Progress_Cancel_Pressed(id, later); };
     WDialogLoad(id);
-    WDialogPutString(kRunText, "Fitting: Cancel stops at the end of the current iteration");
+    WDialogPutString(kRunText, "Fitting: Cancel or Escape stops at the end of the current iteration");
     WDialogRangeProgressBar(kRunBar, 0, 0);
     WDialogShow(-1, -1, 0, Modeless);
     hxl::ARC_FIT_RESULT_TYPE result;

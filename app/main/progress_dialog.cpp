@@ -31,6 +31,10 @@ bool Progress_Cancel_Pressed(int id, std::vector<WIN_MESSAGE>& later) {
         }
         if (type == MouseButDown || type == MouseButUp || type == MouseMove || type == MouseWheel) continue;
         if (type == CloseRequest) cancel = true;
+        if (type == KeyDown && m.value1 == kKeyEscape) {
+            cancel = true;
+            continue;
+        }
         later.push_back(m);
     }
     return cancel;

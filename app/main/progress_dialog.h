@@ -12,7 +12,8 @@ namespace zendrite {
 // bar whose range is 0 to 0 shows work of unknown length.
 int Progress_Dialog(const std::string& title, int text_field, int bar_field);
 
-// Lets the dialog move and tells whether its Cancel was pressed. Other events
+// Lets the dialog move and tells whether its Cancel (or Escape, in any window)
+// was pressed. Other events
 // wait in `later` for the main loop; a close request of any window also stops
 // the work; mouse events meanwhile are dropped.
 bool Progress_Cancel_Pressed(int id, std::vector<WIN_MESSAGE>& later);

@@ -329,7 +329,8 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         }
         return true;
     } else if (cmd == "progress" && w.size() == 4) {
-        const int value = to_int(w[2], ok), button = to_int(w[3], ok);
+        // "escape" presses the Escape key in the dialog instead of a button.
+        const int value = to_int(w[2], ok), button = w[3] == "escape" ? kProgressEscape : to_int(w[3], ok);
         if (ok) {
             WQueueProgressAnswer(w[1], value, button);
             return false;

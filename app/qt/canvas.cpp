@@ -92,6 +92,7 @@ void Canvas::keyPressEvent(QKeyEvent* e) {
     case Qt::Key_Right: code = kKeyRight; break;
     case Qt::Key_PageUp: code = kKeyPageUp; break;
     case Qt::Key_PageDown: code = kKeyPageDown; break;
+    case Qt::Key_Escape: code = kKeyEscape; break;
     default: break;
     }
     if (code == 0) {

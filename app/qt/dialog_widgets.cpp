@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -30,6 +31,27 @@ using namespace qt;
 namespace {
 
 QString name_of(int id) { return QString("f%1").arg(id); }
+
+// Escape in a modeless dialog would hide it behind the logic's back; with a
+// Cancel button it reports that button instead, and the dialog stays until
+// the logic closes it.
+class ESCAPE_AS_CANCEL : public QObject {
+public:
+    ESCAPE_AS_CANCEL(QObject* parent, int win) : QObject(parent), win_(win) {}
+    bool eventFilter(QObject* o, QEvent* e) override {
+        if (e->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(e)->key() != Qt::Key_Escape)
+            return QObject::eventFilter(o, e);
+        WIN_MESSAGE m;
+        m.type = PushButton;
+        m.win = win_;
+        m.value1 = kIdCancel;
+        WMessagePost(m);
+        return true;
+    }
+
+private:
+    int win_;
+};
 
 template <class W>
 W* find(DIALOG_STATE& d, int id) {
@@ -329,6 +351,9 @@ int Run_Dialog_Widgets(DIALOG_STATE& d, bool modal) {
     Sync_To_Widgets(d);
     if (!modal) {
         dlg->setModal(false);
+        for (const auto& def : d.tpl.fields)
+            if (def.kind == FIELD_KIND::PushButton && def.id == kIdCancel)
+                dlg->installEventFilter(new ESCAPE_AS_CANCEL(dlg, d.tpl.id));
         dlg->show();
         return 0;
     }

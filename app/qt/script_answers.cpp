@@ -1,7 +1,10 @@
 // Queued answers of unattended runs, applied to a dialog when it is shown.
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPixmap>
 #include <iostream>
 
+#include "app/qt/canvas.h"
 #include "app/qt/present_state.h"
 
 namespace zendrite {
@@ -107,11 +110,22 @@ void Apply_Progress_Answers(const DIALOG_STATE& d, int value) {
     for (const std::string& key : {std::to_string(d.tpl.id), d.tpl.title}) {
         auto it = l.progress_answers.find(key);
         if (it == l.progress_answers.end() || it->second.empty() || it->second.front().first > value) continue;
+        const int button = it->second.front().second;
+        it->second.pop_front();
+        if (button == kProgressEscape) {
+            // Through Qt's key delivery, as a user's key press would come: to the
+            // dialog when it was built, else to the drawing area of the root window.
+            QWidget* to = d.widget ? d.widget.data() : nullptr;
+            if (!to && l.windows.count(kRootWindow)) to = l.windows[kRootWindow].canvas;
+            if (to && to->focusWidget()) to = to->focusWidget();
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+            if (to) QCoreApplication::sendEvent(to, &press);
+            return;
+        }
         WIN_MESSAGE m;
         m.type = PushButton;
         m.win = d.tpl.id;
-        m.value1 = it->second.front().second;
-        it->second.pop_front();
+        m.value1 = button;
         WMessagePost(m);
         return;
     }

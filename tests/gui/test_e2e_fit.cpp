@@ -6,6 +6,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
+#include <vector>
 
 #include "tests/gui/scripted_home.h"
 
@@ -95,4 +97,85 @@ TEST_F(Fit, IrfFileThenClearAll) {
     EXPECT_EQ(value(e, "peaks"), "0");
     EXPECT_EQ(value(e, "background"), "0");
     EXPECT_EQ(e.find("ycalc_sum"), std::string::npos);
+}
+
+// Escape pressed in the fit's small window after two iterations stops the
+// fit there: the best values reached go to the job file and the curves, and
+// the closing message says the fit was stopped.
+TEST_F(Fit, EscapeStopsTheFitKeepingTheBestValues) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    run("files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\nprogress \"Profile fitting\" 2 escape\n" +
+        fit_lines("") + "dump " + at("d.txt") + "\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(count(out, " => The fit was stopped: the best values reached are kept"), 1) << out;
+    EXPECT_TRUE(fs::exists(home / "ceo2_pf.out"));
+    EXPECT_EQ(count(out, "  => Final   Chi2:"), 1) << out;
+    const std::string pik = file("ceo2.pik");
+    EXPECT_NE(pik.find("\n!  Chi2 = "), std::string::npos) << pik;
+    const std::string d = file("d.txt");
+    EXPECT_NE(d.find("ycalc_sum"), std::string::npos) << d;
+
+    // The same run without Escape goes on past where Escape stopped, to a lower chi2.
+    const std::string stopped = pik.substr(pik.find("\n!  Chi2 = ") + 11, 14);
+    fs::remove(home / "ceo2.pik");
+    run("files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\n" + fit_lines(""));
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(count(out, " => The fit was stopped"), 0) << out;
+    const std::string full = file("ceo2.pik");
+    EXPECT_LT(std::stod(full.substr(full.find("\n!  Chi2 = ") + 11, 14)), std::stod(stopped));
+}
+
+// The column buttons of the dialog, a wrong wavelength cell, and Load PIK/NEW
+// file: with positions and background fixed the job file keeps the searched
+// positions; the job read back runs again with the positions varied; a broken
+// job file is refused and changes nothing.
+TEST_F(Fit, ColumnButtonsAndLoadingTheJobFile) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    {
+        std::ofstream bad(home / "broken.pik");
+        bad << "! title only\n    0.2345   30.0301    38\n";
+    }
+    const std::string open = "files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\n";
+    // a letter in the wavelength grid is refused, then positions and background are fixed
+    run(open + "dialog 1961 press 1\ndialog 1960 press 1\ndialog 1970 grid 10 1 1 Cu\ndialog 1970 press 1\n" +
+        "dialog 1970 grid 10 1 1 0\ndialog 1970 press 26\ndialog 1970 press 24\ndialog 1970 press 1\nmenu 40150\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 |  Error in the wavelength fields!"), std::string::npos) << out;
+    const std::string first = file("ceo2.pik");
+    std::istringstream lines(first);
+    int peaks = 0, backs = 0;
+    bool in_peaks = false, in_back = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("!  Background", 0) == 0) in_back = true;
+        if (line.rfind("!       2Theta     Intensity", 0) == 0) in_peaks = true, in_back = false;
+        if (line.empty() || line[0] == '!') continue;
+        std::istringstream f(line);
+        std::vector<std::string> w;
+        for (std::string x; f >> x;) w.push_back(x);
+        if (in_peaks && w.size() == 8) {
+            EXPECT_EQ(w[4] + w[5] + w[6] + w[7], "0111") << line;
+            ++peaks;
+        }
+        if (in_back && w.size() == 3) {
+            EXPECT_EQ(w[2], "0") << line;
+            ++backs;
+        }
+    }
+    EXPECT_EQ(peaks, 16);
+    EXPECT_GT(backs, 10);
+
+    run(open + "files " + at("broken.pik") + "\nmenu 40224\ndump " + at("d2.txt") + "\n" + "files " + at("ceo2.pik") +
+        "\ndialog 1970 press 25\ndialog 1970 press 1\nmenu 40224\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Error Reading the PIK file!"), 1) << out;
+    // the refused file left the store as the plain pattern
+    EXPECT_EQ(file("d2.txt").find("ycalc_sum"), std::string::npos);
+    // the job read back ran with the positions varied and was written over itself
+    EXPECT_EQ(count(out, "  => Final   Chi2:"), 1) << out;
+    const std::string again = file("ceo2.pik");
+    EXPECT_NE(again, first);
+    EXPECT_EQ(again.find("  0  1  1  1\n"), std::string::npos) << again;
+    EXPECT_NE(again.find("  1  1  1  1\n"), std::string::npos) << again;
 }
