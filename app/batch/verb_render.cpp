@@ -1,5 +1,6 @@
 // zendrite-batch render: loads files as the File menu does and writes the picture the
 // main window would show, drawn on the file's own device.
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "app/store/load_folder.h"
 #include "app/store/open_prf.h"
 #include "app/store/zendrite_param_global.h"
+#include "graphics/multi_views.h"
 #include "graphics/plot.h"
 #include "graphics/plot_settings.h"
 #include "graphics/plot_state.h"
@@ -21,12 +23,16 @@
 namespace zendrite {
 namespace {
 
-// The pictures render can draw: a view name and the routine that draws it on the present
-// target once the files are in the store and the limits computed.
+// The pictures render can draw: a view name, the routine that readies the store for it
+// (false with the refusal) and the one that draws it on the present target once the files
+// are in the store and the limits computed.
 struct RENDER_VIEW {
     const char* name;
+    bool (*ready)(std::string& message);
     void (*draw)(bool log);
 };
+
+bool ready_2d(std::string&) { return true; }
 
 void draw_2d(bool log) {
     ZENDRITE_STORE& g = zendrite_param_global();
@@ -38,8 +44,27 @@ void draw_2d(bool log) {
     }
 }
 
+// The many-pattern views draw the whole page at the target's size, as in the window.
+template <MULTI_VIEW VIEW>
+bool ready_multi(std::string& message) {
+    if (Enter_Multi_View(VIEW, message)) return true;
+    message = "ERROR: " + message;
+    return false;
+}
+
+template <MULTI_VIEW VIEW>
+void draw_multi(bool) {
+    std::string message;
+    Draw_Multi_View(VIEW, std::max(WInfoWindow(1), 1), std::max(WInfoWindow(2), 1), message);
+}
+
 const std::vector<RENDER_VIEW>& views() {
-    static const std::vector<RENDER_VIEW> v = {{"2d", draw_2d}};
+    static const std::vector<RENDER_VIEW> v = {
+        {"2d", ready_2d, draw_2d},
+        {"contour", ready_multi<MULTI_VIEW::Contour>, draw_multi<MULTI_VIEW::Contour>},
+        {"contour-log", ready_multi<MULTI_VIEW::Contour_Log>, draw_multi<MULTI_VIEW::Contour_Log>},
+        {"stack", ready_multi<MULTI_VIEW::Stack>, draw_multi<MULTI_VIEW::Stack>},
+        {"surface", ready_multi<MULTI_VIEW::Surface>, draw_multi<MULTI_VIEW::Surface>}};
     return v;
 }
 
@@ -195,6 +220,10 @@ int run_render(const std::vector<std::string>& args, std::ostream&, std::ostream
     Set_Default_Plot_Settings();
     if (!load(r, err)) return 1;
     Compute_Plot_Limits();
+    if (!view->ready(message)) {
+        err << "zendrite-batch render: " << message << "\n";
+        return 1;
+    }
     const bool log = r.log;
     if (!WPictureExport(r.out, r.picture, [view, log] { view->draw(log); }, message)) {
         err << "zendrite-batch render: " << message << "\n";
@@ -209,7 +238,8 @@ const bool registered = Register_Batch_Verb(
      "      loads the files as the File menu does and writes the picture the main window\n"
      "      would show, the whole page, 1200 x 800 pixels unless --size says otherwise\n"
      "      (WxHmm in millimetres at --dpi, 300 by default then); --log draws Y in\n"
-     "      logarithm; --view names the picture (2d, the default); the format comes\n"
+     "      logarithm; --view names the picture: 2d (the default), contour,\n"
+     "      contour-log, stack or surface (the many-pattern views); the format comes\n"
      "      from OUT's extension",
      run_render});
 

@@ -1,6 +1,7 @@
 // Presentation graphs: a frame with data units, curves reduced to what the pixels show, axes.
 #include <QPainter>
 #include <cmath>
+#include <optional>
 
 #include "app/qt/present_state.h"
 #include "app/qt/raster_fast.h"
@@ -330,18 +331,18 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
 void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<std::vector<float>>& y,
                   const std::vector<int>& colours) {
     In_Frame f;
-    QImage* t = Target();
-    if (!t) return;
     // hundreds of lines are denser than the pixels: smoothing would only blur them, and
-    // one-pixel lines are then written straight into the picture
+    // one-pixel lines are then written straight into the picture (never into a file)
     const bool dense = x.size() > 400;
-    const bool direct = dense && std::clamp(set_now().line_width, 1, 5) == 1 && set_now().line_type == 0 &&
+    QImage* t = L().ex.on ? nullptr : Target();
+    const bool direct = t && dense && std::clamp(set_now().line_width, 1, 5) == 1 && set_now().line_type == 0 &&
                         L().gr.plot_mode != PlotXor && Raster_Direct(*t);
-    QPainter p;
+    std::optional<Target_Painter> tp;
     if (!direct) {
-        p.begin(t);
-        p.setClipRect(f.clip());
-        if (!dense) p.setRenderHint(QPainter::Antialiasing);
+        tp.emplace();
+        if (!*tp) return;
+        (*tp)->setClipRect(f.clip());
+        (*tp)->setRenderHint(QPainter::Antialiasing, !dense);
     }
     QPen pen = set_pen(set_now(), false);
     const PIXEL_MAP map = Pixel_Map();
@@ -357,8 +358,8 @@ void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<st
             continue;
         }
         pen.setColor(Colour(colours[k]));
-        p.setPen(pen);
-        p.drawPolyline(poly);
+        (*tp)->setPen(pen);
+        (*tp)->drawPolyline(poly);
     }
     if (L().gr.kind == 1) Refresh_Window(L().gr.handle);
 }

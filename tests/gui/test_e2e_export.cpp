@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <map>
 #include <sstream>
 #include <vector>
 
@@ -510,8 +511,25 @@ TEST_F(Export, BatchRenderWritesTheWholePageOrSaysWhyNot) {
     EXPECT_NE(err.find("names no picture format"), std::string::npos) << err;
     EXPECT_EQ(batch("d1a.xye --out zero.png --size 0x0"), 1);
     EXPECT_NE(err.find("pixels a side"), std::string::npos) << err;
-    EXPECT_EQ(batch("d1a.xye --out v.png --view stack"), 2);
-    EXPECT_NE(err.find("unknown view stack (2d)"), std::string::npos) << err;
+    EXPECT_EQ(batch("d1a.xye --out v.png --view cube"), 2);
+    EXPECT_NE(err.find("unknown view cube (2d, contour, contour-log, stack, surface)"), std::string::npos) << err;
+    // the many-pattern views take two profiles at least, and say so as the window does
+    EXPECT_EQ(batch("d1a.xye --out v.png --view stack"), 1);
+    EXPECT_NE(err.find("ERROR: At least two profiles must be shown"), std::string::npos) << err;
+    for (const char* view : {"contour", "contour-log", "stack", "surface"}) {
+        ASSERT_EQ(batch(std::string("d1a.xye d1a.xye --out map.png --view ") + view), 0) << view << ": " << err;
+        const QImage map(QString::fromStdString(at("map.png")));
+        EXPECT_EQ(map.width(), 1200) << view;
+        // inside the frame, pixels of another colour than the frame's own: curves or a map
+        std::map<QRgb, int> counts;
+        for (int y = 130; y < 670; ++y)
+            for (int x = 190; x < 1010; ++x) ++counts[map.pixel(x, y)];
+        int most = 0, all = 0;
+        for (const auto& [colour, n] : counts) most = std::max(most, n), all += n;
+        EXPECT_GT(all - most, 2000) << view << ": nothing drawn in the frame";
+    }
+    ASSERT_EQ(batch("d1a.xye d1a.xye --out map.svg --view contour"), 0) << err;
+    EXPECT_TRUE(QSvgRenderer(QString::fromStdString(at("map.svg"))).isValid());
     EXPECT_FALSE(fs::exists(home / "m.png") || fs::exists(home / "zero.png") || fs::exists(home / "v.png"));
 }
 
