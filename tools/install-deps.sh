@@ -6,7 +6,7 @@ packages=(
   cmake ninja-build g++ clang libclang-rt-dev pkg-config
   libeigen3-dev libcminpack-dev libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev
-  xvfb xauth python3 python3-gemmi gemmi-dev tao-pegtl-dev libsymspg-dev python3-xraylib python3-numpy python3-scipy python3-mpmath python3-matplotlib libxy-bin libxy-dev gzip p7zip-full
+  xvfb xauth python3 python3-gemmi gemmi-dev tao-pegtl-dev libsymspg-dev python3-xraylib python3-numpy python3-scipy python3-mpmath python3-matplotlib python3-periodictable libxy-bin libxy-dev gzip p7zip-full
   desktop-file-utils libxml2-utils
   ghostscript poppler-utils qt6-image-formats-plugins
   libtiff-dev libcbf-dev libhdf5-dev libpng-dev

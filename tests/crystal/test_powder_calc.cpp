@@ -21,11 +21,11 @@ TEST(PowderCalc, ScatteringTypesAndTheirTables) {
         const char* type;
         const char* element;
         int z, charge, mass;
-        double b_fm;  // Sears 1992
+        double b_fm;  // Sears 1992; isotopes from python3-periodictable 1.6.0
     };
     const CASE cases[] = {{"Si", "Si", 14, 0, 0, 4.1491}, {"FE", "Fe", 26, 0, 0, 9.45},  {"Fe3+", "Fe", 26, 3, 0, 9.45},
                           {"O2-", "O", 8, -2, 0, 5.803},  {"O-2", "O", 8, -2, 0, 5.803}, {"Cl-", "Cl", 17, -1, 0, 9.577},
-                          {"D", "H", 1, 0, 2, 6.671},     {"7Li", "Li", 3, 0, 7, -2.22}, {"60Ni", "Ni", 28, 0, 60, 2.8},
+                          {"D", "H", 1, 0, 2, 6.674},     {"7Li", "Li", 3, 0, 7, -2.22}, {"60Ni", "Ni", 28, 0, 60, 2.8},
                           {"11B", "B", 5, 0, 11, 6.65},   {"V", "V", 23, 0, 0, -0.3824}, {"O1", "O", 8, 0, 0, 5.803},
                           {"Ca2", "Ca", 20, 0, 0, 4.70},  {"H", "H", 1, 0, 0, -3.739}};
     for (const CASE& c : cases) {
