@@ -4,30 +4,28 @@
 
 namespace hxl {
 
+namespace {
+// The rational Chebyshev fit's exponent polynomial in t = 1/(1 + |x|/2).
+double erfc_poly(double t) {
+    return -1.2655122 +
+           t * (1.00002368 +
+                t * (0.37409196 +
+                     t * (0.09678418 +
+                          t * (-0.18628806 +
+                               t * (0.27886807 + t * (-1.13520398 + t * (1.48851587 + t * (-0.82215223 + t * 0.17087276))))))));
+}
+}  // namespace
+
 double Erfc(double x) {
     const double z = std::fabs(x);
     const double t = 1.0 / (1.0 + 0.5 * z);
-    const double poly =
-        -1.2655122 +
-        t * (1.00002368 +
-             t * (0.37409196 +
-                  t * (0.09678418 +
-                       t * (-0.18628806 +
-                            t * (0.27886807 + t * (-1.13520398 + t * (1.48851587 + t * (-0.82215223 + t * 0.17087276))))))));
-    const double r = t * std::exp(-z * z + poly);
+    const double r = t * std::exp(-z * z + erfc_poly(t));
     return x >= 0.0 ? r : 2.0 - r;
 }
 
 double Erfc_Scaled(double x) {
-    if (x < 25.0) return std::exp(x * x) * std::erfc(x);
-    // the asymptotic series: at x >= 25 eight terms are exact to the last bit
-    const double r = 1.0 / (2.0 * x * x);
-    double sum = 1.0, term = 1.0;
-    for (int k = 1; k <= 8; ++k) {
-        term *= -(2.0 * k - 1.0) * r;
-        sum += term;
-    }
-    return sum / (x * 1.7724538509055160);
+    const double t = 1.0 / (1.0 + 0.5 * x);
+    return t * std::exp(erfc_poly(t));
 }
 
 float Erfc(float x) { return static_cast<float>(Erfc(static_cast<double>(x))); }

@@ -16,9 +16,7 @@ float Zero_Of(const std::function<float(float)>& f, float a, float b, float tol,
 float Erfc(float x);
 double Erfc(double x);
 
-// exp(x^2) erfc(x) for x >= 0, to double precision (the approximation above
-// is good to 1.2e-7 only, too coarse for the derivatives of a fit that
-// subtract such terms), finite where erfc alone underflows.
+// exp(x^2) erfc(x) for x >= 0 by the same fit, finite where erfc alone underflows.
 double Erfc_Scaled(double x);
 
 // Sine of an angle in degrees, worked in double precision.
