@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs every test: the unit and
 # end-to-end tests, then the same tests under AddressSanitizer and UBSan with
-# clang, and each fuzz target briefly (FUZZ_SECONDS, 30 by default).
+# clang, and the fuzz targets briefly: they share FUZZ_BUDGET seconds (900 by
+# default, at least 15 each), or each runs FUZZ_SECONDS when that is set.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 tools/install-deps.sh
@@ -18,9 +19,12 @@ CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo 
 cmake --build build-fuzz -j "$jobs"
 (cd build-fuzz && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --output-on-failure -j "$jobs")
 
-seconds=${FUZZ_SECONDS:-30}
+targets=$(find build-fuzz/fuzz -maxdepth 2 -type f -executable -name 'fuzz_*' | sort)
+count=$(echo "$targets" | wc -w)
+seconds=${FUZZ_SECONDS:-$(( ${FUZZ_BUDGET:-900} / (count > 0 ? count : 1) ))}
+[ "$seconds" -ge 15 ] || seconds=15
 mkdir -p build-fuzz/corpus
-for target in $(find build-fuzz/fuzz -maxdepth 2 -type f -executable -name 'fuzz_*' | sort); do
+for target in $targets; do
   name=$(basename "$target")
   seeds=fuzz/seeds/$name
   corpus=build-fuzz/corpus/$name
