@@ -1,5 +1,6 @@
 #include "app/main/fit_dialog.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -105,21 +106,16 @@ void load_irf() {
     hxl::IRF_TYPE irf;
     if (!Fit_Load_Irf(irf)) return;
     std::string taken;
-    if (irf.has_uvwxy) {
-        // the file's U V W X Y against the grid's rows U V W Z Eta X
-        const int rows[] = {1, 2, 3, 6, 5};
-        for (int i = 0; i < 5; ++i) WGridPutCellReal(kGlobal, 1, rows[i], irf.uvwxy[i]);
-        taken += " U V W X Eta";
-    }
-    if (irf.has_asym) {
-        WGridPutCellReal(kAsym, 1, 1, irf.asym[0]);
-        WGridPutCellReal(kAsym, 1, 2, irf.asym[1]);
-        taken += " S_L D_L";
-    }
-    if (irf.has_wave) {
-        for (int i = 0; i < 3; ++i) WGridPutCellReal(kWave, i + 1, 1, irf.wave[i]);
-        taken += " Lambda1 Lambda2 I(Ka2/Ka1)";
-    }
+    // A short record gives only its first values; the cells past them stay.
+    const int rows[] = {1, 2, 3, 6, 5};  // the file's U V W X Y against the rows U V W Z Eta X
+    const char* const uvwxy[] = {" U", " V", " W", " X", " Eta"};
+    for (int i = 0; i < irf.n_uvwxy; ++i)
+        WGridPutCellReal(kGlobal, 1, rows[i], irf.uvwxy[i]), taken += uvwxy[i];
+    const char* const asym[] = {" S_L", " D_L"};
+    for (int i = 0; i < std::min(irf.n_asym, 2); ++i)
+        WGridPutCellReal(kAsym, 1, i + 1, irf.asym[i]), taken += asym[i];
+    const char* const wave[] = {" Lambda1", " Lambda2", " I(Ka2/Ka1)"};
+    for (int i = 0; i < irf.n_wave; ++i) WGridPutCellReal(kWave, i + 1, 1, irf.wave[i]), taken += wave[i];
     Fit_Irf_Taken(taken);
 }
 

@@ -1,5 +1,6 @@
 // The dialog of the time-of-flight fit: the job in grids and the choices of
 // the run, read back with the texts of the constant-wavelength dialog.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -91,19 +92,13 @@ void load_irf() {
     hxl::IRF_TYPE irf;
     if (!Fit_Load_Irf(irf)) return;
     std::string taken;
-    if (irf.has_alfbe) {
-        WGridPutCellReal(kGlobal, 1, 1, irf.alfbe[0]);
-        WGridPutCellReal(kGlobal, 1, 2, irf.alfbe[1]);
-        taken += " Alpha(alpha0) Beta(beta0)";
-    }
-    if (irf.has_sigma) {
-        for (int i = 0; i < 3; ++i) WGridPutCellReal(kGlobal, 1, 3 + i, irf.sigma[i]);
-        taken += " Sig-2 Sig-1 Sig-0";
-    }
-    if (irf.has_d2tof) {
-        WDialogPutReal(kDtt, irf.d2tof[0]);
-        taken += " d to TOF Coeff(Dtt1)";
-    }
+    // A short record gives only its first values; the cells past them stay.
+    const char* const alfbe[] = {" Alpha(alpha0)", " Beta(beta0)"};
+    for (int i = 0; i < std::min(irf.n_alfbe, 2); ++i)
+        WGridPutCellReal(kGlobal, 1, i + 1, irf.alfbe[i]), taken += alfbe[i];
+    const char* const sigma[] = {" Sig-2", " Sig-1", " Sig-0"};
+    for (int i = 0; i < irf.n_sigma; ++i) WGridPutCellReal(kGlobal, 1, 3 + i, irf.sigma[i]), taken += sigma[i];
+    if (irf.n_d2tof > 0) WDialogPutReal(kDtt, irf.d2tof[0]), taken += " d to TOF Coeff(Dtt1)";
     Fit_Irf_Taken(taken);
 }
 

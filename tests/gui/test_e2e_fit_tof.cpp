@@ -24,7 +24,7 @@ const char* const kJob =
     "!  Global Profile Parameters:\n"
     "        0.3000     1      <= Global-Alpha &  Flag \n"
     "        0.0700     1      <= Global-Beta  &       \n"
-    "        0.0000     0      <= Sig-2        &       \n"
+    "        1.2500     0      <= Sig-2        &       \n"
     "        0.0000     0      <= Sig-1        &       \n"
     "       10.0000     1      <= Sig-0        &       \n"
     "        0.0000     0      <= Eta          &       \n"
@@ -143,10 +143,11 @@ TEST_F(FitTof, LoadIrfFileFillsTheGlobalParameters) {
                                         "D2TOF  1943.5000  -0.25  1.5\nsigma  0.0000  2.5000  9.5000\n"
                                         "ALFBE  0.2800  0.0650  0.0  0.0\n";
     std::ofstream(home / "bad.irf") << "! ireso = 4\nSIGMA  1.0  x  2.0\n";
+    std::ofstream(home / "short.irf") << "! ireso = 4\nSIGMA  1.25\n";
     std::string fix;
     for (int r = 1; r <= 6; ++r) fix += "dialog 1971 grid 11 " + std::to_string(r) + " 2 0\n";
     run("files " + at("NISI.cif") + "\nmenu 40014\nfiles " + at("job.pik") + "\nfiles " + at("bank.irf") +
-        "\ndialog 1971 press 16\nfiles " + at("bad.irf") + "\ndialog 1971 press 16\n" + fix +
+        "\ndialog 1971 press 16\nfiles " + at("bad.irf") + "\ndialog 1971 press 16\nfiles " + at("short.irf") + "\ndialog 1971 press 16\n" + fix +
         "dialog 1971 press 1\nmenu 40224\n");
     ASSERT_EQ(status, 0) << out << err;
     EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
@@ -155,13 +156,15 @@ TEST_F(FitTof, LoadIrfFileFillsTheGlobalParameters) {
               1)
         << out;
     EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Error reading IRF File: " + at("bad.irf")), 1) << out;
+    // a SIGMA line with one value gives Sig-2 only
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Taken from the IRF file: Sig-2\n"), 1) << out;
     EXPECT_NE(out.find(" => Final   Chi2:"), std::string::npos) << out;
     const std::string pik = file("job.pik");
     EXPECT_NE(pik.find("   1943.500000  <=  d to T.O.F. coefficient\n"
                        "!  Global Profile Parameters:\n"
                        "        0.2800     0      <= Global-Alpha &  Flag \n"
                        "        0.0650     0      <= Global-Beta  &       \n"
-                       "        0.0000     0      <= Sig-2        &       \n"
+                       "        1.2500     0      <= Sig-2        &       \n"
                        "        2.5000     0      <= Sig-1        &       \n"
                        "        9.5000     0      <= Sig-0        &       \n"
                        "        0.0000     0      <= Eta          &       \n"),
