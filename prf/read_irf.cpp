@@ -11,7 +11,7 @@ namespace hxl {
 namespace {
 
 // Up to `max` reals behind the keyword; at least one must be there.
-bool values(std::string_view rest, float* out, int max) {
+bool values(std::string_view rest, float* out, int max, int* count = nullptr) {
     int n = 0;
     std::size_t i = 0;
     while (n < max) {
@@ -22,6 +22,7 @@ bool values(std::string_view rest, float* out, int max) {
         if (!Fortran_Real(rest.substr(b, i - b), 0, out[n])) return false;
         ++n;
     }
+    if (count) *count = n;
     return n > 0;
 }
 
@@ -74,20 +75,21 @@ bool keyword_line(const std::string& line, IRF_TYPE& irf) {
         float* out;
         int n;
         bool* flag;
+        int* count;
     };
     const ENTRY table[] = {
-        {"THRG", irf.thrg, 3, &irf.has_thrg},     {"WAVE", irf.wave, 3, &irf.has_wave},
-        {"CTHM", &irf.cthm, 1, &irf.has_cthm},    {"RKK", &irf.rkk, 1, &irf.has_rkk},
-        {"ASYM", irf.asym, 4, &irf.has_asym},     {"D2TOF", irf.d2tof, 3, &irf.has_d2tof},
-        {"TWOTH", &irf.twoth, 1, &irf.has_twoth}, {"TOFRG", irf.tofrg, 3, &irf.has_tofrg},
-        {"D2TOT", irf.d2tot, 5, &irf.has_d2tot},  {"SIGMA", irf.sigma, 3, &irf.has_sigma},
-        {"GAMMA", irf.gamma, 3, &irf.has_gamma},  {"ALFBE", irf.alfbe, 4, &irf.has_alfbe},
-        {"ALFBT", irf.alfbt, 4, &irf.has_alfbt},
+        {"THRG", irf.thrg, 3, &irf.has_thrg, nullptr},     {"WAVE", irf.wave, 3, &irf.has_wave, &irf.n_wave},
+        {"CTHM", &irf.cthm, 1, &irf.has_cthm, nullptr},    {"RKK", &irf.rkk, 1, &irf.has_rkk, nullptr},
+        {"ASYM", irf.asym, 4, &irf.has_asym, &irf.n_asym}, {"D2TOF", irf.d2tof, 3, &irf.has_d2tof, &irf.n_d2tof},
+        {"TWOTH", &irf.twoth, 1, &irf.has_twoth, nullptr}, {"TOFRG", irf.tofrg, 3, &irf.has_tofrg, nullptr},
+        {"D2TOT", irf.d2tot, 5, &irf.has_d2tot, nullptr},  {"SIGMA", irf.sigma, 3, &irf.has_sigma, &irf.n_sigma},
+        {"GAMMA", irf.gamma, 3, &irf.has_gamma, nullptr},  {"ALFBE", irf.alfbe, 4, &irf.has_alfbe, &irf.n_alfbe},
+        {"ALFBT", irf.alfbt, 4, &irf.has_alfbt, nullptr},
     };
     for (const ENTRY& en : table) {
         if (key != en.key) continue;
         float v[5] = {0, 0, 0, 0, 0};
-        if (!values(rest, v, en.n)) return false;
+        if (!values(rest, v, en.n, en.count)) return false;
         for (int i = 0; i < en.n; ++i) en.out[i] = v[i];
         *en.flag = true;
         return true;
@@ -133,7 +135,7 @@ void Read_Irf_Text(const std::string& name, const std::string& contents, IRF_TYP
         }
         if (Starts_With(line, "!") || Is_Blank(line)) continue;
         if (want_record) {
-            if (!values(line, irf.uvwxy, 5)) {
+            if (!values(line, irf.uvwxy, 5, &irf.n_uvwxy)) {
                 text = bad;
                 return;
             }

@@ -43,6 +43,8 @@ struct IRF_TYPE {
     float alfbe[4] = {0, 0, 0, 0}; // alpha0, beta0, alpha1, beta1
     bool has_alfbt = false;
     float alfbt[4] = {0, 0, 0, 0};
+    // How many values each record gave; a short line leaves the rest at 0.
+    int n_uvwxy = 0, n_wave = 0, n_asym = 0, n_d2tof = 0, n_sigma = 0, n_alfbe = 0;
 };
 
 // Reads `name` (".irf" added when it has no extension) into `irf`.

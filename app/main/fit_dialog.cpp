@@ -1,5 +1,6 @@
 #include "app/main/fit_dialog.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -98,14 +99,31 @@ void put(const hxl::PIK_JOB_TYPE& job, const FIT_CHOICES& c) {
     WDialogPutRadioButton(kIrfNone + c.irf - 1);
     WDialogPutCheckBox(kSaveCalc, c.save_calculated ? 1 : 0);
     WDialogPutCheckBox(kSingle, c.single_peaks ? 1 : 0);
-    // Filling the global parameters from a resolution file is not offered yet.
-    WDialogFieldState(kLoadIrf, 0);
+}
+
+// Only what the file holds goes in; the other cells keep what they show.
+void load_irf() {
+    hxl::IRF_TYPE irf;
+    if (!Fit_Load_Irf(irf)) return;
+    std::string taken;
+    // A short record gives only its first values; the cells past them stay.
+    const int rows[] = {1, 2, 3, 6, 5};  // the file's U V W X Y against the rows U V W Z Eta X
+    const char* const uvwxy[] = {" U", " V", " W", " X", " Eta"};
+    for (int i = 0; i < irf.n_uvwxy; ++i)
+        WGridPutCellReal(kGlobal, 1, rows[i], irf.uvwxy[i]), taken += uvwxy[i];
+    const char* const asym[] = {" S_L", " D_L"};
+    for (int i = 0; i < std::min(irf.n_asym, 2); ++i)
+        WGridPutCellReal(kAsym, 1, i + 1, irf.asym[i]), taken += asym[i];
+    const char* const wave[] = {" Lambda1", " Lambda2", " I(Ka2/Ka1)"};
+    for (int i = 0; i < irf.n_wave; ++i) WGridPutCellReal(kWave, i + 1, 1, irf.wave[i]), taken += wave[i];
+    Fit_Irf_Taken(taken);
 }
 
 // A column of a grid set to one value, for the vary/fix/nullify buttons.
 
 bool button_action(int button) {
     switch (button) {
+    case kLoadIrf: load_irf(); return true;
     case kNullify: Fit_Fill_Column(kPeaks, 3, "0"), Fit_Fill_Column(kPeaks, 4, "0"); return true;
     case kVaryBgr: Fit_Fill_Column(kBgr, 3, "1"); return true;
     case kFixBgr: Fit_Fill_Column(kBgr, 3, "0"); return true;
@@ -129,6 +147,9 @@ std::string read_back(hxl::PIK_JOB_TYPE& job, FIT_CHOICES& c) {
     if (!Fit_Cell(kWave, 1, 1, j.lambda1) || !Fit_Cell(kWave, 2, 1, j.lambda2) || !Fit_Cell(kWave, 3, 1, j.glob[1]))
         return " Error in the wavelength fields!";
     j.gflag[1] = Fit_Check(kWave, 4, 1);
+    // Two different wavelengths in the cells (typed or from a resolution
+    // file) mean a second line, as they do when the fit starts from the pattern.
+    if (j.lambda2 > 0 && j.lambda2 != j.lambda1 && j.inst != 1 && j.inst != 3) j.inst = 1;
     for (int r = 1; r <= 6; ++r) {
         const auto g = static_cast<std::size_t>(kGlobalIndex[r - 1]);
         if (!Fit_Cell(kGlobal, 1, r, j.glob[g])) return " Errors in the Profiles parameters!";

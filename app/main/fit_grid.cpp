@@ -44,6 +44,22 @@ std::string Fit_On_Line(const char* text, int line) {
     return std::string(text) + b;
 }
 
+bool Fit_Load_Irf(hxl::IRF_TYPE& irf) {
+    std::string name;
+    WSelectFile("Instrumental Resolution Files|*.irf|", LoadDialog, name, "Select IRF file to open");
+    if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return false;
+    bool status = false;
+    std::string text;
+    hxl::Read_Irf(hxl::Trim(name), irf, status, text);
+    if (!status) Show_Message(text);
+    return status;
+}
+
+void Fit_Irf_Taken(const std::string& taken) {
+    Show_Message(taken.empty() ? "The IRF file gives none of the starting parameters of this fit"
+                               : "Taken from the IRF file:" + taken);
+}
+
 bool Fit_Dialog_Loop(FIT_CHOICES& choices, const std::function<bool(int button)>& action,
                      const std::function<std::string(FIT_CHOICES& c)>& read_back) {
     bool ok = false;

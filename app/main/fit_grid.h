@@ -8,6 +8,7 @@
 
 #include "app/main/fit_dialog.h"
 #include "app/present.h"
+#include "prf/read_irf.h"
 
 namespace zendrite {
 
@@ -22,6 +23,12 @@ bool Fit_Cell(int field, int col, int row, float& v);
 int Fit_Check(int field, int col, int row);
 // The text with the line number in "(i4)".
 std::string Fit_On_Line(const char* text, int line);
+
+// Asks for a resolution file and reads it; a read error is shown and
+// false returned, so the caller leaves its cells alone. False also on cancel.
+bool Fit_Load_Irf(hxl::IRF_TYPE& irf);
+// Tells which values the file gave, or that it gave none of them.
+void Fit_Irf_Taken(const std::string& taken);
 
 // Shows the loaded dialog until OK with a good read-back or a button that
 // `action` does not take, then unloads it; true on OK. `read_back` fills the

@@ -1,5 +1,6 @@
 // The dialog of the time-of-flight fit: the job in grids and the choices of
 // the run, read back with the texts of the constant-wavelength dialog.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -81,14 +82,30 @@ void put(const hxl::TOF_JOB_TYPE& job, const FIT_CHOICES& c) {
         }
     WDialogPutCheckBox(kSaveCalc, c.save_calculated ? 1 : 0);
     WDialogPutCheckBox(kSingle, c.single_peaks ? 1 : 0);
-    // A TOF resolution file is neither read nor written by this fit yet.
-    WDialogFieldState(kLoadIrf, 0);
+    // What a TOF resolution file written by this fit would hold is not settled.
     WDialogFieldState(kMakeIrf, 0);
+}
+
+// Only what the file holds goes in; the other cells keep what they show.
+// The fit's alpha and beta do not change with d: the file's constant terms.
+void load_irf() {
+    hxl::IRF_TYPE irf;
+    if (!Fit_Load_Irf(irf)) return;
+    std::string taken;
+    // A short record gives only its first values; the cells past them stay.
+    const char* const alfbe[] = {" Alpha(alpha0)", " Beta(beta0)"};
+    for (int i = 0; i < std::min(irf.n_alfbe, 2); ++i)
+        WGridPutCellReal(kGlobal, 1, i + 1, irf.alfbe[i]), taken += alfbe[i];
+    const char* const sigma[] = {" Sig-2", " Sig-1", " Sig-0"};
+    for (int i = 0; i < irf.n_sigma; ++i) WGridPutCellReal(kGlobal, 1, 3 + i, irf.sigma[i]), taken += sigma[i];
+    if (irf.n_d2tof > 0) WDialogPutReal(kDtt, irf.d2tof[0]), taken += " d to TOF Coeff(Dtt1)";
+    Fit_Irf_Taken(taken);
 }
 
 
 bool button_action(int button) {
     switch (button) {
+    case kLoadIrf: load_irf(); return true;
     case kVaryBgr: Fit_Fill_Column(kBgr, 3, "1"); return true;
     case kFixBgr: Fit_Fill_Column(kBgr, 3, "0"); return true;
     case kVarySigma: Fit_Fill_Column(kPeaks, 9, "1"); return true;

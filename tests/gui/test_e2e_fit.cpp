@@ -179,3 +179,49 @@ TEST_F(Fit, ColumnButtonsAndLoadingTheJobFile) {
     EXPECT_EQ(again.find("  0  1  1  1\n"), std::string::npos) << again;
     EXPECT_NE(again.find("  1  1  1  1\n"), std::string::npos) << again;
 }
+
+// Load IRF file: a keyword file gives the wavelengths and the asymmetry, an
+// older one-record file U V W X Y; the other cells keep what they showed. A
+// broken file is named and changes no cell. The globals are fixed so the job
+// file written by the run holds the loaded values as they went in.
+TEST_F(Fit, LoadIrfFileFillsTheGlobalParameters) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    {
+        std::ofstream(home / "lab.irf") << "! laboratory instrument\n! ireso = 5\nJOBT  X-RAYS\n"
+                                           "WAVE   1.540560  1.544390  0.5000\nNOISE 7 7 7\n"
+                                           "asym   0.0123  0.0456   0.0  0.0  ! S_L D_L\n";
+        std::ofstream(home / "old.irf") << "! ireso = 1\n!  U  V  W  X  Y\n   0.0210  -0.0110  0.0050  0.0310  0.4400\n";
+        std::ofstream(home / "broken.irf") << "! ireso = 1\n   0.0990  abc  0.0050\n";
+        std::ofstream(home / "short.irf") << "! ireso = 5\nASYM  0.0333\n";
+    }
+    std::string fix;
+    for (int r = 1; r <= 6; ++r) fix += "dialog 1970 grid 11 " + std::to_string(r) + " 2 0\n";
+    fix += "dialog 1970 grid 12 1 2 0\ndialog 1970 grid 12 2 2 0\ndialog 1970 grid 10 1 4 0\n";
+    run("files " + at("ceo2.xy") + "\nmenu 40014\nmenu 40095\ndialog 1961 press 1\ndialog 1960 press 1\n" +
+        "files " + at("lab.irf") + "\ndialog 1970 press 21\nfiles " + at("old.irf") + "\ndialog 1970 press 21\n" +
+        "files " + at("broken.irf") + "\ndialog 1970 press 21\nfiles " + at("short.irf") + "\ndialog 1970 press 21\n" + fix + "dialog 1970 press 1\nmenu 40150\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Taken from the IRF file: S_L D_L Lambda1 Lambda2 I(Ka2/Ka1)"), 1)
+        << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Taken from the IRF file: U V W X Eta\n"), 1) << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Error reading IRF File: " + at("broken.irf")), 1) << out;
+    // a record with one value gives S_L only; D_L keeps the value loaded before
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Taken from the IRF file: S_L\n"), 1) << out;
+    EXPECT_EQ(count(out, "  => Final   Chi2:"), 1) << out;
+    const std::string pik = file("ceo2.pik");
+    // the Z row is not in either file and keeps the 0 it showed
+    EXPECT_NE(pik.find("    1.540560    1.544390  <=  Lambda1 & Lambda2\n"
+                       "!  Global Profile Parameters:\n"
+                       "      0.500000     0      <= Kalph2/Kalph1 ratio  &  Flag \n"
+                       "      0.033300     0      <= Asymmetry-1(S_L)     &    '  \n"
+                       "      0.045600     0      <= Asymmetry-2(D_L)     &    '  \n"
+                       "      0.021000     0      <= Parameter  U         &    '  \n"
+                       "     -0.011000     0      <= Parameter  V         &    '  \n"
+                       "      0.005000     0      <= Parameter  W         &    '  \n"
+                       "      0.000000     0      <= Parameter  Z         &    '  \n"
+                       "      0.440000     0      <= Parameter Eta0       &    '  \n"
+                       "      0.031000     0      <= Parameter  X         &    '  \n"),
+              std::string::npos)
+        << pik;
+}

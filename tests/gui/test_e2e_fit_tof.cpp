@@ -24,7 +24,7 @@ const char* const kJob =
     "!  Global Profile Parameters:\n"
     "        0.3000     1      <= Global-Alpha &  Flag \n"
     "        0.0700     1      <= Global-Beta  &       \n"
-    "        0.0000     0      <= Sig-2        &       \n"
+    "        1.2500     0      <= Sig-2        &       \n"
     "        0.0000     0      <= Sig-1        &       \n"
     "       10.0000     1      <= Sig-0        &       \n"
     "        0.0000     0      <= Eta          &       \n"
@@ -130,4 +130,44 @@ TEST_F(FitTof, FromTheSearchesWithTheCoefficientTyped) {
     const std::string pik = file("NISI.pik");
     EXPECT_NE(pik.find("   1943.699951  <=  d to T.O.F. coefficient"), std::string::npos) << pik;
     EXPECT_NE(file("d.txt").find("ycalc_sum"), std::string::npos);
+}
+
+// Load IRF file in the TOF dialog: SIGMA gives Sig-2 Sig-1 Sig-0, ALFBE the
+// constant alpha and beta, D2TOF its first value as the coefficient; Eta is
+// in no record and keeps its cell. A broken file is named and changes nothing.
+// The globals are fixed, so the rewritten job holds what was loaded.
+TEST_F(FitTof, LoadIrfFileFillsTheGlobalParameters) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/NISI.cif", home / "NISI.cif");
+    std::ofstream(home / "job.pik") << kJob;
+    std::ofstream(home / "bank.irf") << "! bank 1\n! ireso = 4\nTOFRG  2790.0  5.0  3225.0\n"
+                                        "D2TOF  1943.5000  -0.25  1.5\nsigma  0.0000  2.5000  9.5000\n"
+                                        "ALFBE  0.2800  0.0650  0.0  0.0\n";
+    std::ofstream(home / "bad.irf") << "! ireso = 4\nSIGMA  1.0  x  2.0\n";
+    std::ofstream(home / "short.irf") << "! ireso = 4\nSIGMA  1.25\n";
+    std::string fix;
+    for (int r = 1; r <= 6; ++r) fix += "dialog 1971 grid 11 " + std::to_string(r) + " 2 0\n";
+    run("files " + at("NISI.cif") + "\nmenu 40014\nfiles " + at("job.pik") + "\nfiles " + at("bank.irf") +
+        "\ndialog 1971 press 16\nfiles " + at("bad.irf") + "\ndialog 1971 press 16\nfiles " + at("short.irf") + "\ndialog 1971 press 16\n" + fix +
+        "dialog 1971 press 1\nmenu 40224\n");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Taken from the IRF file: Alpha(alpha0) Beta(beta0) Sig-2 Sig-1 "
+                         "Sig-0 d to TOF Coeff(Dtt1)"),
+              1)
+        << out;
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Error reading IRF File: " + at("bad.irf")), 1) << out;
+    // a SIGMA line with one value gives Sig-2 only
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006 | Taken from the IRF file: Sig-2\n"), 1) << out;
+    EXPECT_NE(out.find(" => Final   Chi2:"), std::string::npos) << out;
+    const std::string pik = file("job.pik");
+    EXPECT_NE(pik.find("   1943.500000  <=  d to T.O.F. coefficient\n"
+                       "!  Global Profile Parameters:\n"
+                       "        0.2800     0      <= Global-Alpha &  Flag \n"
+                       "        0.0650     0      <= Global-Beta  &       \n"
+                       "        1.2500     0      <= Sig-2        &       \n"
+                       "        2.5000     0      <= Sig-1        &       \n"
+                       "        9.5000     0      <= Sig-0        &       \n"
+                       "        0.0000     0      <= Eta          &       \n"),
+              std::string::npos)
+        << pik;
 }
