@@ -32,7 +32,13 @@ bool shelx_value(double v, const std::vector<double>& fvar, double& out, std::st
         out = v;
         return true;
     }
-    const int m = static_cast<int>(std::trunc(v / 10));
+    const double tens = std::trunc(v / 10);
+    // beyond any free variable a file can list: refused below without an int overflow
+    if (!(std::abs(tens) <= 1e6)) {
+        message = "the value " + std::to_string(v) + " names no free variable";
+        return false;
+    }
+    const int m = static_cast<int>(tens);
     const double p = v - 10.0 * m;
     const int k = std::abs(m);
     if (k == 0) {

@@ -66,6 +66,11 @@ TEST(StructureFormats, ShelxAtomsWithFreeVariablesRidingAndSpecialSites) {
     bad.replace(bad.find("0.1 0.2 0.3 11.0"), 3, "7.5");
     EXPECT_FALSE(hxl::Read_Shelx_Structure_Text(bad, st, msg));
     EXPECT_NE(msg.find("atom O1: the value 7.5"), std::string::npos) << msg;
+    // A code far beyond any free variable (found by fuzzing: it overflowed an int).
+    bad = kShelx;
+    bad.replace(bad.find("0.1 0.2 0.3 11.0"), 3, "44444444444440.1");
+    EXPECT_FALSE(hxl::Read_Shelx_Structure_Text(bad, st, msg));
+    EXPECT_NE(msg.find("names no free variable"), std::string::npos) << msg;
     EXPECT_FALSE(hxl::Read_Shelx_Structure_Text("TITL x\nSFAC C\nC1 1 0 0 0 11 0.01\n", st, msg));
     EXPECT_EQ(msg, "The SHELX file has no CELL line");
     EXPECT_FALSE(hxl::Read_Shelx_Structure_Text("CELL 1 5 5 5 90 90 90\nSYMM x,y\nSFAC C\nC1 1 0 0 0\n", st, msg));
