@@ -26,13 +26,17 @@ int decimals_of(float v) {
 std::string value_std(float v, float sd) {
     char buf[96];
     int d = decimals_of(v);
-    if (sd > 0 && std::isfinite(sd)) {
+    // The uncertainty's digits stay within what the reader takes (18): a huge one rounds the
+    // value to fewer decimals, and one beyond any decimal is not written.
+    const auto digits_fit = [&](int dd) { return static_cast<double>(sd) * std::pow(10.0, dd) < 1e17; };
+    while (d > 0 && !digits_fit(d)) --d;
+    if (sd > 0 && std::isfinite(sd) && digits_fit(d)) {
         // Enough decimals that the uncertainty, in units of the last one, reads back the same.
         auto back = [&](int dd) {
             const long long u = std::llround(static_cast<double>(sd) * std::pow(10.0, dd));
             return static_cast<float>(static_cast<double>(u) * std::pow(10.0, -dd)) == sd;
         };
-        while (d < 12 && (std::llround(static_cast<double>(sd) * std::pow(10.0, d)) < 2 || !back(d))) ++d;
+        while (d < 12 && digits_fit(d + 1) && (std::llround(static_cast<double>(sd) * std::pow(10.0, d)) < 2 || !back(d))) ++d;
         const long long u = std::llround(static_cast<double>(sd) * std::pow(10.0, d));
         std::snprintf(buf, sizeof buf, "%.*f(%lld)", d, static_cast<double>(v), u);
     } else {

@@ -146,7 +146,7 @@ bool Read_Value_Std(const std::string& text_in, double& value, double& std) {
     const std::string digits = text.substr(open + 1, text.size() - open - 2);
     for (char c : digits)
         if (c < '0' || c > '9') return false;
-    if (digits.size() > 9) return false;
+    if (digits.size() > 18) return false;
     // The uncertainty counts in units of the last decimal written.
     int decimals = 0;
     const std::size_t dot = num.find('.');

@@ -153,8 +153,26 @@ TEST(StructureCif, ValuesWithUncertainties) {
     EXPECT_NEAR(s, 0.0002, 1e-15);
     ASSERT_TRUE(hxl::Read_Value_Std("90", v, s));
     EXPECT_EQ(s, 0);
-    for (const char* bad : {"?", ".", "", "1.2.3", "1.2(3", "1.2(a)", "(3)", "nan", "1.2()"})
+    for (const char* bad : {"?", ".", "", "1.2.3", "1.2(3", "1.2(a)", "(3)", "nan", "1.2()", "1(1234567890123456789)"})
         EXPECT_FALSE(hxl::Read_Value_Std(bad, v, s)) << bad;
+    // An uncertainty far larger than the value (found by fuzzing: the writer gave 12 digits
+    // the reader refused) is written so that it reads back.
+    hxl::STRUCTURE_TYPE st;
+    std::vector<hxl::STRUCTURE_TYPE> list, back;
+    std::string m;
+    ASSERT_TRUE(hxl::Read_Cif_Structures_Text("data_x\n_cell_length_a 4.15689\n_cell_length_b 4.15689\n"
+                                              "_cell_length_c 4.15689\n_cell_angle_alpha 90\n_cell_angle_beta 90\n"
+                                              "_cell_angle_gamma 90\n_space_group_name_H-M_alt 'P m -3 m'\nloop_\n"
+                                              "_atom_site_label\n_atom_site_type_symbol\n_atom_site_fract_x\n"
+                                              "_atom_site_fract_y\n_atom_site_fract_z\n_atom_site_U_iso_or_equiv\n"
+                                              "La1 La 0 0 0 0.0050(200043)\nB1 B 0.2 0.5 0.5 0.01(7)\n",
+                                              "big", list, m))
+        << m;
+    for (const auto& one : list) {
+        ASSERT_TRUE(hxl::Read_Cif_Structures_Text(hxl::Cif_Structure_Text(one), "back", back, m)) << m;
+        ASSERT_EQ(back.size(), 1u);
+        EXPECT_NEAR(back[0].atoms[0].biso_std, one.atoms[0].biso_std, 1e-6 * one.atoms[0].biso_std);
+    }
 }
 
 void expect_same(const hxl::STRUCTURE_TYPE& a, const hxl::STRUCTURE_TYPE& b) {
