@@ -15,9 +15,9 @@ constexpr double kEuler = 0.57721566490153286;
 
 // exp(u) erfc(y), with its exponent merged into the scaled erfc so that no
 // factor overflows: exp(u - y^2) is the Gaussian gs, whatever u and y are.
-double Exp_Erfc(double u, double y, double gs) {
-    if (y >= 0) return gs * Erfc_Scaled(y);
-    return 2 * std::exp(u) - gs * Erfc_Scaled(-y);  // u < 0 here
+double Exp_Erfc(double u, double y, double gs, double (*erfcx)(double)) {
+    if (y >= 0) return gs * erfcx(y);
+    return 2 * std::exp(u) - gs * erfcx(-y);  // u < 0 here
 }
 
 }  // namespace
@@ -73,6 +73,11 @@ std::complex<double> Exp_E1(std::complex<double> z) {
 }
 
 TOF_SHAPE_TYPE Tof_Omega(double dt, double alpha, double beta, double h, double eta, bool lorentz) {
+    return Tof_Omega_With(dt, alpha, beta, h, eta, lorentz, Erfc_Scaled);
+}
+
+TOF_SHAPE_TYPE Tof_Omega_With(double dt, double alpha, double beta, double h, double eta, bool lorentz,
+                              double (*erfcx)(double)) {
     const double a = std::max(alpha, kTofMinRate), b = std::max(beta, kTofMinRate);
     h = std::max(std::fabs(h), kTofMinWidth);
     if (!std::isfinite(a) || !std::isfinite(b) || !std::isfinite(h)) return {NAN, NAN, NAN, NAN, NAN, NAN};
@@ -85,7 +90,7 @@ TOF_SHAPE_TYPE Tof_Omega(double dt, double alpha, double beta, double h, double 
     const double u = 0.5 * a * (a * s2 + 2 * dt), w = 0.5 * b * (b * s2 - 2 * dt);
     const double y = (a * s2 + dt) * rs, z = (b * s2 - dt) * rs;
     const double gs = std::exp(-dt * dt / (2 * s2));
-    const double ea = Exp_Erfc(u, y, gs), eb = Exp_Erfc(w, z, gs);
+    const double ea = Exp_Erfc(u, y, gs, erfcx), eb = Exp_Erfc(w, z, gs, erfcx);
     const double cg = kTwoOverSqrtPi * gs;
     const double dA_ddt = ea * a - cg * rs, dB_ddt = -eb * b + cg * rs;
     const double dA_da = ea * (a * s2 + dt) - cg * s2 * rs;
