@@ -19,8 +19,8 @@ namespace {
 unsigned empty_colour(int scale) { return scale == hxl::kScaleGrey ? 0xF0DCC8u : 0xFFFFFFu; }
 
 // The map of the last contour drawn, for the intensity under the mouse.
-hxl::MULTI_MAP_TYPE& last_map() {
-    static hxl::MULTI_MAP_TYPE map;
+std::shared_ptr<const hxl::MULTI_MAP_TYPE>& last_map() {
+    static std::shared_ptr<const hxl::MULTI_MAP_TYPE> map = std::make_shared<hxl::MULTI_MAP_TYPE>();
     return map;
 }
 
@@ -102,8 +102,8 @@ void Draw_Contour(bool log, int width, int height, const MULTI_ROWS_TYPE& rows) 
     const PLOT_SETTINGS& s = Plot_Settings();
     MULTI_PAGE_TYPE page;
     Start_Multi_Page(width, height, rows, page);
-    hxl::MULTI_MAP_TYPE& map = last_map();
-    map = std::move(page.map);
+    last_map() = page.map;
+    const hxl::MULTI_MAP_TYPE& map = *page.map;
     const MULTI_FRAME_TYPE& f = page.f;
     const float zmin = page.zmin, zmax = page.zmax, zpos = page.zpos;
     const bool any = page.any;
@@ -152,7 +152,7 @@ void Draw_Contour(bool log, int width, int height, const MULTI_ROWS_TYPE& rows) 
 }
 
 float Contour_Value(int row_index, double x) {
-    const hxl::MULTI_MAP_TYPE& map = last_map();
+    const hxl::MULTI_MAP_TYPE& map = *last_map();
     if (row_index < 1 || row_index > map.nrows || !(map.step > 0)) return std::numeric_limits<float>::quiet_NaN();
     const int col = static_cast<int>(std::floor((x - map.xlo) / map.step)) + 1;
     if (col < 1 || col > map.ncols) return std::numeric_limits<float>::quiet_NaN();

@@ -1,6 +1,7 @@
 #pragma once
 // Pieces the many-pattern views share: the rows taken from the store, the page layout
 // and the texts around the frame.
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -55,7 +56,7 @@ void Draw_Surface(int width, int height, const MULTI_ROWS_TYPE& rows);
 // the present X window with its intensity range (`any` false when no cell holds a number).
 struct MULTI_PAGE_TYPE {
     MULTI_FRAME_TYPE f;
-    hxl::MULTI_MAP_TYPE map;
+    std::shared_ptr<const hxl::MULTI_MAP_TYPE> map;  // shared with the redraw cache: never copied
     float zmin = 0, zmax = 0, zpos = 0;
     bool any = false;
 };
@@ -63,7 +64,7 @@ void Start_Multi_Page(int width, int height, const MULTI_ROWS_TYPE& rows, MULTI_
 
 // The map of the rows over the present X window (the whole range unless zoomed) and the
 // intensity range of it; false when no cell holds a number.
-bool Window_Map(const MULTI_ROWS_TYPE& rows, int max_cols, hxl::MULTI_MAP_TYPE& map, float& zmin, float& zmax,
+bool Window_Map(const MULTI_ROWS_TYPE& rows, int max_cols, std::shared_ptr<const hxl::MULTI_MAP_TYPE>& map, float& zmin, float& zmax,
                 float& lowest_positive);
 
 }  // namespace zendrite

@@ -53,7 +53,43 @@ bool Multi_View_Of_Mode(const std::string& graph_mode, MULTI_VIEW& view) {
 
 namespace {
 bool shown(int slot) { return zendrite_param_global().show_profile[static_cast<std::size_t>(slot)]; }
+
+// The map of the last redraw. Turning, rotating or repainting a view of 10^7 points must
+// not resample them each time: the map is built again only when the rows (which slots, where
+// their arrays lie, how many points), the X window, the width or the store's content changed.
+// The content counts as changed on every redraw that follows a command (the plot's hook) and
+// on entering a view.
+struct MAP_CACHE {
+    unsigned long content = 0;  // Multi_Data_Changed count the cache was built at
+    bool rows_valid = false, map_valid = false;
+    std::vector<int> slots;
+    std::vector<hxl::MAP_ROW_TYPE> rows;
+    double rows_xlo = 0, rows_xhi = 1;
+    bool rows_ok = false;
+    double x1 = 0, x2 = 0;
+    int max_cols = 0;
+    std::shared_ptr<const hxl::MULTI_MAP_TYPE> map;
+    float zmin = 0, zmax = 0, zpos = 0;
+    bool any = false;
+};
+unsigned long content_count = 0;
+MAP_CACHE& map_cache() {
+    static MAP_CACHE cache;
+    return cache;
+}
+
+bool same_rows(const MAP_CACHE& c, const std::vector<int>& slots, const std::vector<hxl::MAP_ROW_TYPE>& rows) {
+    if (c.content != content_count || c.slots != slots || c.rows.size() != rows.size()) return false;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (c.rows[i].x != rows[i].x || c.rows[i].y != rows[i].y || c.rows[i].n != rows[i].n) return false;
+    return true;
+}
 }  // namespace
+
+void Multi_Data_Changed() {
+    ++content_count;
+    map_cache().rows_valid = map_cache().map_valid = false;
+}
 
 std::string Multi_View_Refusal() {
     const ZENDRITE_STORE& g = zendrite_param_global();
@@ -99,7 +135,14 @@ MULTI_ROWS_TYPE Shown_Rows() {
         r.values = temps;
         r.by_temperature = true;
     }
-    if (!hxl::Map_X_Range(r.rows, r.xlo, r.xhi)) r.xlo = 0, r.xhi = 1;
+    MAP_CACHE& c = map_cache();
+    if (!(c.rows_valid && same_rows(c, r.slots, r.rows))) {
+        c.rows_ok = hxl::Map_X_Range(r.rows, c.rows_xlo, c.rows_xhi);
+        c.content = content_count, c.slots = r.slots, c.rows = r.rows;
+        c.rows_valid = true, c.map_valid = false;
+    }
+    if (c.rows_ok) r.xlo = c.rows_xlo, r.xhi = c.rows_xhi;
+    else r.xlo = 0, r.xhi = 1;
     return r;
 }
 
@@ -165,13 +208,25 @@ hxl::VIEW_3D_TYPE Present_3D_View() {
     return v;
 }
 
-bool Window_Map(const MULTI_ROWS_TYPE& rows, int max_cols, hxl::MULTI_MAP_TYPE& map, float& zmin, float& zmax,
+bool Window_Map(const MULTI_ROWS_TYPE& rows, int max_cols, std::shared_ptr<const hxl::MULTI_MAP_TYPE>& map, float& zmin, float& zmax,
                 float& lowest_positive) {
     const MULTI_VIEW_STATE& st = Multi_View_State();
     double x1 = rows.xlo, x2 = rows.xhi;
     if (st.zoomed && st.x2 > st.x1) x1 = st.x1, x2 = st.x2;
-    hxl::Build_Multi_Map(rows.rows, x1, x2, max_cols, map);
-    return hxl::Map_Z_Range(map, zmin, zmax, lowest_positive);
+    MAP_CACHE& c = map_cache();
+    if (!(c.map_valid && c.rows_valid && same_rows(c, rows.slots, rows.rows) && c.x1 == x1 && c.x2 == x2 &&
+          c.max_cols == max_cols)) {
+        // a new map, so that a view still holding the old one keeps it
+        auto fresh = std::make_shared<hxl::MULTI_MAP_TYPE>();
+        hxl::Build_Multi_Map(rows.rows, x1, x2, max_cols, *fresh);
+        c.any = hxl::Map_Z_Range(*fresh, c.zmin, c.zmax, c.zpos);
+        c.map = std::move(fresh);
+        c.x1 = x1, c.x2 = x2, c.max_cols = max_cols;
+        c.map_valid = c.rows_valid && same_rows(c, rows.slots, rows.rows);
+    }
+    map = c.map;
+    zmin = c.zmin, zmax = c.zmax, lowest_positive = c.zpos;
+    return c.any;
 }
 
 void Start_Multi_Page(int width, int height, const MULTI_ROWS_TYPE& rows, MULTI_PAGE_TYPE& page) {
@@ -234,6 +289,7 @@ void Restore_Shown_Before() {
 }
 
 bool Enter_Multi_View(MULTI_VIEW view, std::string& message) {
+    Multi_Data_Changed();
     Restore_Shown_Before();
     message = Multi_View_Refusal();
     if (!message.empty()) return false;

@@ -85,7 +85,7 @@ void Draw_Stack(int width, int height, const MULTI_ROWS_TYPE& rows) {
     MULTI_PAGE_TYPE page;
     Start_Multi_Page(width, height, rows, page);
     const MULTI_FRAME_TYPE& f = page.f;
-    const hxl::MULTI_MAP_TYPE& map = page.map;
+    const hxl::MULTI_MAP_TYPE& map = *page.map;
     const float zmin = page.zmin, zmax = page.zmax;
     const bool any = page.any;
     const hxl::VIEW_3D_TYPE view = Present_3D_View();

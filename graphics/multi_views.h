@@ -50,6 +50,8 @@ MULTI_VIEW_STATE& Multi_View_State();
 bool Enter_Multi_View(MULTI_VIEW view, std::string& message);
 // Redraws the present view in the root window (the graph_other hook of the plot).
 void Multi_View_Again(const std::string& graph_mode);
+// The store's profiles may have changed: the next redraw samples them again.
+void Multi_Data_Changed();
 // The show flags from before a click on a contour row, when they still apply.
 void Restore_Shown_Before();
 

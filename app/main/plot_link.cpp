@@ -25,7 +25,11 @@ void Connect_Plot() {
     };
     Graphics_Hooks().search_zone = Search_Zone_Peaks;
     Graphics_Hooks().title_screen = Draw_Title_Screen;
-    Graphics_Hooks().graph_other = Multi_View_Again;
+    // the plot redraws after every command, which may have changed the profiles
+    Graphics_Hooks().graph_other = [](const std::string& mode) {
+        Multi_Data_Changed();
+        Multi_View_Again(mode);
+    };
     Graphics_Hooks().enable_data_menus = [] {
         Grey_Data_Menus(true);
         if (X_Space_Hooks().menu_states) X_Space_Hooks().menu_states();

@@ -150,6 +150,27 @@ TEST_F(Multi, ContourReadOutZoomAndClickToOnePattern) {
     EXPECT_NE(a, z);
 }
 
+// The map is kept between redraws of a view; profiles changed in place by a command (a
+// smoothing keeps their arrays, and returns to the 2D graph) must show when the view is
+// entered again.
+TEST_F(Multi, ContourFollowsACommandThatChangesTheProfiles) {
+    make_series();
+    std::string s = open_series() + "menu 40031\nmouse move 0 40 340\nstatus " + at("st1.txt") + "\n";
+    s += "picture 0 " + at("before.png") + "\n";
+    s += "dialog 140 set 1282 51\ndialog 140 radio 1021\ndialog 140 press 1\nmenu 40020\n";
+    s += "menu 40031\nmouse move 0 40 340\nstatus " + at("st2.txt") + "\npicture 0 " + at("after.png") + "\n";
+    s += "mouse move 0 40 340\nstatus " + at("st3.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("SCRIPT"), std::string::npos) << out;
+    EXPECT_EQ(bar("st2.txt", 3), "Pattern: 3 s3.dat T= 340.00");
+    EXPECT_NE(bar("st1.txt", 2), bar("st2.txt", 2));  // the smoothed intensity, not the kept one
+    EXPECT_EQ(bar("st2.txt", 2), bar("st3.txt", 2));
+    const QImage a(QString::fromStdString((home / "before.png").string()));
+    const QImage b(QString::fromStdString((home / "after.png").string()));
+    EXPECT_NE(a, b);
+}
+
 TEST_F(Multi, StackAndSurfaceTurnByDragAndKeys) {
     make_series();
     std::string s = open_series() + "menu 40028\nstatus " + at("st0.txt") + "\npicture 0 " + at("stack.png") + "\n";
