@@ -47,6 +47,9 @@ void Multi_View_Menus();
 // "view levels I..." (the iso-lines of the contour map, none without values); false
 // when not understood.
 bool Multi_View_Setting(const std::vector<std::string>& words);
+// multi_settings.cpp: the dialog of the colour scale, iso-line levels and stack rise
+inline constexpr int kMultiSettingsItem = 40244;
+void Multi_View_Settings(int item);
 
 // second_axis_setting.cpp: the check items of a second X axis in d or in Q
 inline constexpr int kSecondAxisD = 40240, kSecondAxisQ = 40241;

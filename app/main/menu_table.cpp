@@ -66,6 +66,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40031, Plot_Multi_View},
             {40227, Plot_Multi_View},
             {40125, Plot_Multi_View},
+            {kMultiSettingsItem, Multi_View_Settings},
             // Profiles
             {40102, Profile_Copy},
             {40030, Profile_Quick_View},

@@ -45,7 +45,7 @@ const std::vector<MENU_ENTRY>& entries() {
         pop("Plot"),
         it(40027, "Graph 2D"), it(40226, "Graph 2D (Log-Scale)"), it(40028, "Graph 3D"),
         it(40031, "Graph 2D Contour"), it(40227, "Graph 2D Contour (Log-Scale)"), it(40125, "Graph 3D Surface"),
-        it(40022, "OpenGL 3D model"), sep(),
+        it(40022, "OpenGL 3D model"), it(kMultiSettingsItem, "Settings of the many-pattern views..."), sep(),
         ck(kSecondAxisD, "Second axis in d"), ck(kSecondAxisQ, "Second axis in Q"),
         end(),
         pop("X space"),

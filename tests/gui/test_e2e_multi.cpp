@@ -171,6 +171,34 @@ TEST_F(Multi, ContourFollowsACommandThatChangesTheProfiles) {
     EXPECT_NE(a, b);
 }
 
+// The settings dialog: the grey scale with iso-lines (red on grey), a refused level that
+// changes nothing, and viridis again.
+TEST_F(Multi, SettingsDialogScaleLevelsAndARefusal) {
+    make_series();
+    const std::string d = "dialog \"Settings of the many-pattern views\" ";
+    std::string s = open_series() + d + "radio 11\n" + d + "set 12 3000 6000\n" + d + "set 13 1.5\n" + d + "press 1\n";
+    s += "menu 40244\nmenu 40031\npicture 0 " + at("grey.png") + "\n";
+    s += d + "set 12 3000 x\n" + d + "radio 10\n" + d + "press 1\nmenu 40244\npicture 0 " + at("refused.png") + "\n";
+    s += d + "set 12 3000\n" + d + "radio 10\n" + d + "press 1\nmenu 40244\npicture 0 " + at("viridis.png") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("SCRIPT"), std::string::npos) << out;
+    EXPECT_EQ(count(out, "The iso-line levels must be numbers"), 1) << out;
+    const QImage grey(QString::fromStdString((home / "grey.png").string()));
+    ASSERT_FALSE(grey.isNull());
+    int red = 0;
+    for (int y = 0; y < grey.height(); ++y)
+        for (int x = 0; x < grey.width(); ++x) {
+            const QRgb c = grey.pixel(x, y);
+            red += qRed(c) > 180 && qGreen(c) < 60 && qBlue(c) < 60 ? 1 : 0;
+        }
+    EXPECT_GT(red, 200);  // the iso-lines
+    const int viridis = coloured(home / "viridis.png");
+    EXPECT_GT(viridis, 100000);
+    EXPECT_LT(coloured(home / "grey.png"), viridis / 10);
+    EXPECT_EQ(grey, QImage(QString::fromStdString((home / "refused.png").string())));  // nothing changed
+}
+
 TEST_F(Multi, StackAndSurfaceTurnByDragAndKeys) {
     make_series();
     std::string s = open_series() + "menu 40028\nstatus " + at("st0.txt") + "\npicture 0 " + at("stack.png") + "\n";
