@@ -147,6 +147,12 @@ inline DIALOG_FIELD Fld(int id, FIELD_KIND kind, const std::string& label, int t
     f.tab = tab;
     return f;
 }
+// A radio button of the group named by its first button's id.
+inline DIALOG_FIELD Radio(int id, const std::string& label, int group) {
+    DIALOG_FIELD f = Fld(id, FIELD_KIND::Radio, label);
+    f.group = group;
+    return f;
+}
 struct DIALOG_TEMPLATE {
     int id = 0;
     std::string title;

@@ -15,10 +15,7 @@ constexpr int kGroup = 1551, kLambda = 1552, kDtt1 = 1553, kDtt2 = 1554, kXLabel
 
 void define() {
     if (WDialogDefined(kHklSetupDialog)) return;
-    DIALOG_FIELD tth = Fld(kTwoTheta, FIELD_KIND::Radio, "2theta");
-    tth.group = kTwoTheta;
-    DIALOG_FIELD tof = Fld(kTof, FIELD_KIND::Radio, "TOF");
-    tof.group = kTwoTheta;
+    const DIALOG_FIELD tth = Radio(kTwoTheta, "2theta", kTwoTheta), tof = Radio(kTof, "TOF", kTwoTheta);
     WDialogDefine({kHklSetupDialog, "HKL Gen", {},
                    {Fld(kGroup, FIELD_KIND::Text, "Sp. group"), Fld(kLambda, FIELD_KIND::Real, ": Wavelength"),
                     Fld(kDtt1, FIELD_KIND::Real, ": dtt1"), Fld(kDtt2, FIELD_KIND::Real, ": dtt2"),

@@ -18,10 +18,7 @@ constexpr int kDialog = 1990, kViridis = 10, kGrey = 11, kLevels = 12, kOffset =
 
 void define_dialog() {
     if (WDialogDefined(kDialog)) return;
-    DIALOG_FIELD viridis = Fld(kViridis, FIELD_KIND::Radio, "Viridis");
-    viridis.group = kViridis;
-    DIALOG_FIELD grey = Fld(kGrey, FIELD_KIND::Radio, "Grey");
-    grey.group = kViridis;
+    const DIALOG_FIELD viridis = Radio(kViridis, "Viridis", kViridis), grey = Radio(kGrey, "Grey", kViridis);
     WDialogDefine({kDialog, "Settings of the many-pattern views", {},
                    {Fld(1, FIELD_KIND::Label, "Colour scale of the contour map and the surface"), viridis, grey,
                     Fld(2, FIELD_KIND::Label, "Iso-lines of the contour map at the intensities (none when empty)"),

@@ -24,10 +24,7 @@ constexpr int kSpgr = 10, kCell = 11, kAtomsLabel = 12, kAtoms = 13, kRmin = 14,
 
 void define() {
     if (WDialogDefined(kQvlForm)) return;
-    DIALOG_FIELD neu = Fld(kNeutrons, FIELD_KIND::Radio, "Neutrons");
-    neu.group = kNeutrons;
-    DIALOG_FIELD xr = Fld(kXrays, FIELD_KIND::Radio, "X-rays");
-    xr.group = kNeutrons;
+    const DIALOG_FIELD neu = Radio(kNeutrons, "Neutrons", kNeutrons), xr = Radio(kXrays, "X-rays", kNeutrons);
     DIALOG_FIELD title = Fld(kTitle, FIELD_KIND::Label, "");
     title.wrap = true;
     WDialogDefine({kQvlForm, "Prepare a QVL file for Virelle", {},

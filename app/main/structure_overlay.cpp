@@ -43,10 +43,7 @@ const int kColours[] = {WRGB(0, 0, 230), WRGB(0, 150, 0), WRGB(200, 0, 200), WRG
 
 void define() {
     if (WDialogDefined(kPhaseDialog)) return;
-    DIALOG_FIELD x = Fld(kXrays, FIELD_KIND::Radio, "X-rays");
-    x.group = kXrays;
-    DIALOG_FIELD n = Fld(kNeutrons, FIELD_KIND::Radio, "Neutrons");
-    n.group = kXrays;
+    const DIALOG_FIELD x = Radio(kXrays, "X-rays", kXrays), n = Radio(kNeutrons, "Neutrons", kXrays);
     WDialogDefine({kPhaseDialog, "Calculated pattern of a structure", {},
                    {x, n, Fld(kLambda, FIELD_KIND::Real, "Wavelength (A)"), Fld(kFwhm, FIELD_KIND::Real, "FWHM (deg)"),
                     Fld(kEta, FIELD_KIND::Real, "Eta (Lorentzian fraction)")}});
