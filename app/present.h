@@ -336,6 +336,10 @@ void IPgXYMarkers(const float* x, const float* y, int n);
 // and the present set's line width; smoothed, and clipped to the frame.
 void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<std::vector<float>>& y,
                   const std::vector<int>& colours);
+// The same with the polylines one after another in x and y: line k runs from point
+// start[k] to start[k+1] (the last to the end).
+void IPgPolylines(const std::vector<float>& x, const std::vector<float>& y, const std::vector<int>& start,
+                  const std::vector<int>& colours);
 void IPgErrorBars(const float* x, const float* y_low, const float* y_high, int n);
 inline void IPgXYLine(const hxl::Array1<float>& x, const hxl::Array1<float>& y, int n) {
     IPgXYLine(x.data(), y.data(), n);

@@ -43,45 +43,51 @@ bool First_Row_In_Front(const VIEW_3D_TYPE& view) { return std::cos(view.rotatio
 
 void HORIZON_TYPE::Reset(int width) { top.assign(static_cast<std::size_t>(std::max(width, 0)), kNone); }
 
-void Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HORIZON_TYPE& horizon,
-                    std::vector<std::vector<float>>& piece_u, std::vector<std::vector<float>>& piece_w) {
-    piece_u.clear();
-    piece_w.clear();
+int Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HORIZON_TYPE& horizon, POLYLINES_TYPE& out) {
     const int width = static_cast<int>(horizon.top.size());
     const std::size_t n = std::min(u.size(), w.size());
-    if (width == 0 || n == 0) return;
+    if (width == 0 || n == 0) return 0;
+    const std::size_t first_piece = out.start.size();
     // the line at the centre of each column it crosses; where it folds back, its highest point
     std::vector<float>& at = horizon.line;
     at.assign(static_cast<std::size_t>(width), kNone);
     int c0 = width, c1 = -1;
+    // every value put is finite: the ends were checked, and t lies within [0, 1]
     auto put = [&](int c, double v) {
-        if (c < 0 || c >= width || !std::isfinite(v)) return;
+        if (c < 0 || c >= width) return;
         float& a = at[static_cast<std::size_t>(c)];
         a = std::max(a, static_cast<float>(v));
         c0 = std::min(c0, c);
         c1 = std::max(c1, c);
     };
+    // a line far beyond the picture must not overflow the column numbers
+    const double limit = 2.0 * width + 2;
     for (std::size_t i = 0; i + 1 < n || (n == 1 && i == 0); ++i) {
         const double ua = u[i], wa = w[i], ub = n == 1 ? ua : u[i + 1], wb = n == 1 ? wa : w[i + 1];
         if (!std::isfinite(ua) || !std::isfinite(ub) || !std::isfinite(wa) || !std::isfinite(wb)) continue;
         const double lo = std::min(ua, ub), hi = std::max(ua, ub);
-        const int k0 = static_cast<int>(std::ceil(lo - 0.5)), k1 = static_cast<int>(std::floor(hi - 0.5));
+        if (hi < -1 || lo > limit) continue;
+        const double lo_in = std::max(lo, -1.0), hi_in = std::min(hi, limit);
+        const int k0 = static_cast<int>(std::ceil(lo_in - 0.5)), k1 = static_cast<int>(std::floor(hi_in - 0.5));
         if (k1 < k0) {  // a piece narrower than a column: its highest end stands for it
-            put(static_cast<int>(std::floor(lo)), std::max(wa, wb));
+            put(static_cast<int>(std::floor(lo_in)), std::max(wa, wb));
             continue;
         }
-        for (int k = std::max(k0, 0); k <= std::min(k1, width - 1); ++k) {
-            const double t = hi > lo ? (k + 0.5 - ua) / (ub - ua) : 0.0;
-            put(k, wa + t * (wb - wa));
-        }
+        const double slope = (wb - wa) / (ub - ua);  // hi > lo here
+        for (int k = std::max(k0, 0); k <= std::min(k1, width - 1); ++k) put(k, wa + (k + 0.5 - ua) * slope);
     }
-    std::vector<float>* pu = nullptr;
-    std::vector<float>* pw = nullptr;
+    auto push = [&](float pu, float pw) { out.u.push_back(pu), out.w.push_back(pw); };
+    // a piece of one point is dropped when the next one opens or at the end
+    auto close = [&] {
+        if (out.start.size() > first_piece && out.u.size() - static_cast<std::size_t>(out.start.back()) < 2) {
+            out.u.resize(static_cast<std::size_t>(out.start.back()));
+            out.w.resize(static_cast<std::size_t>(out.start.back()));
+            out.start.pop_back();
+        }
+    };
     auto open = [&] {
-        piece_u.emplace_back();
-        piece_w.emplace_back();
-        pu = &piece_u.back();
-        pw = &piece_w.back();
+        close();
+        out.start.push_back(static_cast<int>(out.u.size()));
     };
     // where the line from column c to c+1 meets the horizon between them
     auto crossing = [&](int c, float& cu, float& cw) {
@@ -103,18 +109,20 @@ void Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HO
             if (joined) {
                 float cu = 0, cw = 0;
                 crossing(c - 1, cu, cw);
-                pu->push_back(cu), pw->push_back(cw);
+                push(cu, cw);
             }
         } else if (!visible && visible_before && joined) {
             float cu = 0, cw = 0;
             crossing(c - 1, cu, cw);
-            pu->push_back(cu), pw->push_back(cw);
+            push(cu, cw);
         }
-        if (visible) pu->push_back(static_cast<float>(c + 0.5)), pw->push_back(v);
+        if (visible) push(static_cast<float>(c + 0.5), v);
         visible_before = visible;
     }
     for (int c = c0; c <= c1; ++c)
         horizon.top[static_cast<std::size_t>(c)] = std::max(horizon.top[static_cast<std::size_t>(c)], at[static_cast<std::size_t>(c)]);
+    close();
+    return static_cast<int>(out.start.size() - first_piece);
 }
 
 void Reduce_Grid(const std::vector<float>& in, int rows, int cols, int max_rows, int max_cols, std::vector<float>& out,

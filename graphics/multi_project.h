@@ -39,11 +39,26 @@ struct HORIZON_TYPE {
     void Reset(int width);
 };
 
-// The parts of a polyline (pixel units, Y up) that rise above the horizon, as polylines
-// sampled at the centres of the pixel columns (x = column + 0.5), with the points where a
-// part meets the horizon; the horizon is then raised under the whole line.
-void Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HORIZON_TYPE& horizon,
-                    std::vector<std::vector<float>>& piece_u, std::vector<std::vector<float>>& piece_w);
+// Polylines kept one after another in two arrays (a stack of thousands of patterns makes
+// tens of thousands of pieces: one allocation each would cost more than drawing them).
+// Piece k runs from point start[k] to the next piece's start, the last to the end.
+struct POLYLINES_TYPE {
+    std::vector<float> u, w;
+    std::vector<int> start;
+    std::size_t Count() const { return start.size(); }
+    std::size_t Size(std::size_t k) const {
+        return (k + 1 < start.size() ? static_cast<std::size_t>(start[k + 1]) : u.size()) - static_cast<std::size_t>(start[k]);
+    }
+    float U(std::size_t k, std::size_t i) const { return u[static_cast<std::size_t>(start[k]) + i]; }
+    float W(std::size_t k, std::size_t i) const { return w[static_cast<std::size_t>(start[k]) + i]; }
+    void Clear() { u.clear(), w.clear(), start.clear(); }
+};
+
+// The parts of a polyline (pixel units, Y up) that rise above the horizon, added to `out`
+// as polylines sampled at the centres of the pixel columns (x = column + 0.5), with the
+// points where a part meets the horizon; the horizon is then raised under the whole line.
+// A part of one point is not kept. Returns the number of parts added.
+int Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HORIZON_TYPE& horizon, POLYLINES_TYPE& out);
 
 // A shaded surface of heights (rows x cols, row-major, 0..1, NaN empty) with colours
 // per cell (0xRRGGBB), rendered with a depth buffer into width x height pixels (first row

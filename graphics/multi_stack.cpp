@@ -100,7 +100,7 @@ void Draw_Stack(int width, int height, const MULTI_ROWS_TYPE& rows) {
     hxl::HORIZON_TYPE horizon;
     horizon.Reset(f.px_width);
     std::vector<float> u(static_cast<std::size_t>(map.ncols)), w(static_cast<std::size_t>(map.ncols));
-    std::vector<std::vector<float>> pu, pw, all_u, all_w;
+    hxl::POLYLINES_TYPE lines;
     std::vector<int> colours;
     const bool front_first = hxl::First_Row_In_Front(view);
     const hxl::PROJECTOR_TYPE project(view);
@@ -108,24 +108,23 @@ void Draw_Stack(int width, int height, const MULTI_ROWS_TYPE& rows) {
     for (int k = 0; k < nr && any; ++k) {
         const int row = front_first ? k + 1 : nr - k;
         const double d = nr > 1 ? (row - 1) / double(nr - 1) : 0;
-        for (int c = 1; c <= map.ncols; ++c) {
-            const float z = map.At(row, c);
-            const hxl::PROJECTED_TYPE p = project((c - 0.5) / map.ncols, d, std::isfinite(z) ? (z - zmin) / zr : 0);
-            u[static_cast<std::size_t>(c - 1)] = static_cast<float>((p.u - umin) * su);
-            w[static_cast<std::size_t>(c - 1)] = std::isfinite(z) ? static_cast<float>((p.w - wmin) * sw) : NAN;
+        // the projection is linear in X and in the height: a row is two steps and a scale
+        const hxl::PROJECTED_TYPE p0 = project(0.5 / map.ncols, d, 0), p1 = project(1.5 / map.ncols, d, 0),
+                                  ph = project(0.5 / map.ncols, d, 1);
+        const double u0 = (p0.u - umin) * su, du = (p1.u - p0.u) * su, w0 = (p0.w - wmin) * sw,
+                     dw = (p1.w - p0.w) * sw, hw = (ph.w - p0.w) * sw / zr;
+        const float* zrow = &map.z[static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(map.ncols)];
+        for (int c = 0; c < map.ncols; ++c) {
+            const float z = zrow[c];
+            u[static_cast<std::size_t>(c)] = static_cast<float>(u0 + c * du);
+            w[static_cast<std::size_t>(c)] = std::isfinite(z) ? static_cast<float>(w0 + c * dw + (z - zmin) * hw) : NAN;
         }
-        hxl::Visible_Pieces(u, w, horizon, pu, pw);
+        const int added = hxl::Visible_Pieces(u, w, horizon, lines);
         // the rows run along the scale from dark blue to green, so that neighbours can be told apart
-        const int colour = wrgb(hxl::Scale_Colour(hxl::kScaleViridis, 0.05 + 0.7 * d));
-        for (std::size_t i = 0; i < pu.size(); ++i) {
-            if (pu[i].size() < 2) continue;
-            all_u.push_back(std::move(pu[i]));
-            all_w.push_back(std::move(pw[i]));
-            colours.push_back(colour);
-        }
+        if (added > 0) colours.insert(colours.end(), static_cast<std::size_t>(added), wrgb(hxl::Scale_Colour(hxl::kScaleViridis, 0.05 + 0.7 * d)));
     }
     IPgStyle(1, PgNoFill, 1, 0, 0, 1);
-    IPgPolylines(all_u, all_w, colours);
+    IPgPolylines(lines.u, lines.w, lines.start, colours);
     Draw_Box_Axes(view, f, map.xlo, map.xhi, rows, zmin, zmax);
     const float ph = static_cast<float>(s.page_height);
     std::string title = "Stack of " + std::to_string(rows.slots.size()) + " patterns";

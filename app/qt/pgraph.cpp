@@ -330,10 +330,23 @@ void IPgXYMarkers(const float* x, const float* y, int n) {
 
 void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<std::vector<float>>& y,
                   const std::vector<int>& colours) {
+    std::vector<float> fx, fy;
+    std::vector<int> start;
+    for (std::size_t k = 0; k < std::min(x.size(), y.size()); ++k) {
+        start.push_back(static_cast<int>(fx.size()));
+        const std::size_t n = std::min(x[k].size(), y[k].size());
+        fx.insert(fx.end(), x[k].begin(), x[k].begin() + static_cast<std::ptrdiff_t>(n));
+        fy.insert(fy.end(), y[k].begin(), y[k].begin() + static_cast<std::ptrdiff_t>(n));
+    }
+    IPgPolylines(fx, fy, start, colours);
+}
+
+void IPgPolylines(const std::vector<float>& x, const std::vector<float>& y, const std::vector<int>& start,
+                  const std::vector<int>& colours) {
     In_Frame f;
     // hundreds of lines are denser than the pixels: smoothing would only blur them, and
     // one-pixel lines are then written straight into the picture (never into a file)
-    const bool dense = x.size() > 400;
+    const bool dense = start.size() > 400;
     QImage* t = L().ex.on ? nullptr : Target();
     const bool direct = t && dense && std::clamp(set_now().line_width, 1, 5) == 1 && set_now().line_type == 0 &&
                         L().gr.plot_mode != PlotXor && Raster_Direct(*t);
@@ -348,10 +361,12 @@ void IPgPolylines(const std::vector<std::vector<float>>& x, const std::vector<st
     const PIXEL_MAP map = Pixel_Map();
     const QRect clip = f.clip().toAlignedRect();
     QPolygonF poly;
-    for (std::size_t k = 0; k < std::min({x.size(), y.size(), colours.size()}); ++k) {
+    const std::size_t points = std::min(x.size(), y.size());
+    for (std::size_t k = 0; k < std::min(start.size(), colours.size()); ++k) {
         poly.clear();
-        for (std::size_t i = 0; i < std::min(x[k].size(), y[k].size()); ++i)
-            if (std::isfinite(x[k][i]) && std::isfinite(y[k][i])) poly << map(x[k][i], y[k][i]);
+        const std::size_t end = std::min(k + 1 < start.size() ? static_cast<std::size_t>(start[k + 1]) : points, points);
+        for (std::size_t i = static_cast<std::size_t>(std::max(start[k], 0)); i < end; ++i)
+            if (std::isfinite(x[i]) && std::isfinite(y[i])) poly << map(x[i], y[i]);
         if (poly.size() < 2) continue;
         if (direct) {
             Raster_Polyline(*t, clip, poly.constData(), static_cast<int>(poly.size()), Colour(colours[k]).rgb());

@@ -234,29 +234,43 @@ TEST(MultiProject, ProjectionOfTheBoxAndTheRowInFront) {
 TEST(MultiProject, HiddenLinesStayUnderTheNearerPatterns) {
     HORIZON_TYPE h;
     h.Reset(10);
-    std::vector<std::vector<float>> pu, pw;
-    Visible_Pieces({0.5f, 9.5f}, {5, 5}, h, pu, pw);  // the front pattern: all of it
-    ASSERT_EQ(pu.size(), 1u);
-    EXPECT_EQ(pu[0].size(), 10u);
-    EXPECT_FLOAT_EQ(pw[0][3], 5);
-    Visible_Pieces({0.5f, 9.5f}, {3, 3}, h, pu, pw);  // lower and behind: hidden
-    EXPECT_TRUE(pu.empty());
+    POLYLINES_TYPE p;
+    EXPECT_EQ(Visible_Pieces({0.5f, 9.5f}, {5, 5}, h, p), 1);  // the front pattern: all of it
+    ASSERT_EQ(p.Count(), 1u);
+    EXPECT_EQ(p.Size(0), 10u);
+    EXPECT_FLOAT_EQ(p.W(0, 3), 5);
+    p.Clear();
+    EXPECT_EQ(Visible_Pieces({0.5f, 9.5f}, {3, 3}, h, p), 0);  // lower and behind: hidden
+    EXPECT_EQ(p.Count(), 0u);
+    EXPECT_TRUE(p.u.empty());
     // a peak behind: only its top shows, cut where it meets the horizon at 5
-    Visible_Pieces({0.5f, 3.5f, 5.5f, 7.5f, 9.5f}, {3, 3, 9, 3, 3}, h, pu, pw);
-    ASSERT_EQ(pu.size(), 1u);
-    ASSERT_EQ(pu[0].size(), 5u);
-    EXPECT_NEAR(pu[0][0], 3.5 + 2.0 / 3, 1e-5);
-    EXPECT_NEAR(pw[0][0], 5, 1e-5);
-    EXPECT_FLOAT_EQ(pw[0][1], 6);
-    EXPECT_FLOAT_EQ(pw[0][2], 9);
-    EXPECT_NEAR(pu[0][4], 6.5 + 1.0 / 3, 1e-5);
+    EXPECT_EQ(Visible_Pieces({0.5f, 3.5f, 5.5f, 7.5f, 9.5f}, {3, 3, 9, 3, 3}, h, p), 1);
+    ASSERT_EQ(p.Count(), 1u);
+    ASSERT_EQ(p.Size(0), 5u);
+    EXPECT_NEAR(p.U(0, 0), 3.5 + 2.0 / 3, 1e-5);
+    EXPECT_NEAR(p.W(0, 0), 5, 1e-5);
+    EXPECT_FLOAT_EQ(p.W(0, 1), 6);
+    EXPECT_FLOAT_EQ(p.W(0, 2), 9);
+    EXPECT_NEAR(p.U(0, 4), 6.5 + 1.0 / 3, 1e-5);
     EXPECT_FLOAT_EQ(h.top[5], 9);
     EXPECT_FLOAT_EQ(h.top[0], 5);
+    // three peaks rising over the horizon add three parts after the one kept
+    EXPECT_EQ(Visible_Pieces({0.5f, 1.5f, 2.5f, 4.5f, 5.5f, 6.5f, 8.5f, 9.5f}, {5, 20, 5, 5, 9.5f, 5, 7, 5}, h, p), 3);
+    ASSERT_EQ(p.Count(), 4u);
+    EXPECT_EQ(p.Size(0), 5u);  // the first piece stays as it was
+    EXPECT_FLOAT_EQ(p.W(1, 1), 20);
+    EXPECT_EQ(p.start.back() + static_cast<int>(p.Size(3)), static_cast<int>(p.u.size()));
     // NaN and lines beyond the picture draw nothing and break nothing
-    Visible_Pieces({-30, -20, std::nanf("")}, {50, 60, 70}, h, pu, pw);
-    EXPECT_TRUE(pu.empty());
-    Visible_Pieces({}, {}, h, pu, pw);
-    EXPECT_TRUE(pu.empty());
+    p.Clear();
+    EXPECT_EQ(Visible_Pieces({-30, -20, std::nanf("")}, {50, 60, 70}, h, p), 0);
+    EXPECT_EQ(Visible_Pieces({}, {}, h, p), 0);
+    EXPECT_TRUE(p.u.empty());
+    // a line from far off one side to far off the other crosses every column
+    h.Reset(10);
+    EXPECT_EQ(Visible_Pieces({-3e30f, 3e30f}, {1, 1}, h, p), 1);
+    ASSERT_EQ(p.Count(), 1u);
+    EXPECT_EQ(p.Size(0), 10u);
+    EXPECT_FLOAT_EQ(h.top[9], 1);
 }
 
 TEST(MultiProject, SurfaceShadingCoverAndGridReduction) {
