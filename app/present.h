@@ -60,6 +60,10 @@ void WindowClose();
 void WindowTitle(const std::string& title);
 void WindowSize(int handle, int width, int height);  // the drawing area's new size
 bool WindowExists(int handle);
+// Hides or shows a window (the main window while another mode has the screen); its state
+// and contents stay.
+void WindowShow(int handle, bool shown);
+bool WindowShown(int handle);
 int WInfoWindow(int code);  // 1 width, 2 height of the selected window's drawing area, in pixels
 void WindowOutStatusBar(int part, const std::string& text);
 std::string WindowStatusBarText(int part);

@@ -205,6 +205,7 @@ void close_window() {
     if (v.bitmap) WBitmapDestroy(v.bitmap);
     WindowCloseChild(v.window);
     v = FRAMES_VIEW_TYPE{};
+    WindowShow(kRootWindow, true);
     WindowSelect(kRootWindow);
 }
 
@@ -215,7 +216,8 @@ std::string Frames_Dump() {
     return "window " + std::to_string(v.window) + "\nformat " + v.frames.format + "\nframes " +
            std::to_string(v.frames.n_frames) + "\ncurrent " + std::to_string(v.current) + "\nsize " +
            std::to_string(v.frames.nx) + " " + std::to_string(v.frames.ny) + "\nzoom " + std::to_string(v.i1) + " " +
-           std::to_string(v.i2) + " " + std::to_string(v.j1) + " " + std::to_string(v.j2) + "\n";
+           std::to_string(v.i2) + " " + std::to_string(v.j1) + " " + std::to_string(v.j2) + "\nmain_window " +
+           (WindowShown(kRootWindow) ? "shown" : "hidden") + "\n";
 }
 
 FRAMES_VIEW_TYPE& Frames_View() {
@@ -348,6 +350,7 @@ void Open_Frames_Window() {
     if (v.window == 0 || !WindowExists(v.window)) {
         v = FRAMES_VIEW_TYPE{};
         v.window = WindowOpenChild(ChildStatusBar, 40, 40, 1100, 760, "Zendrite 2D");
+        WindowShow(kRootWindow, false);  // the 2D mode has the screen; closing it brings the main window back
         WChildToolbar(v.window, {{kFrOpen, "open", "Open frames (numor, EDF, TIFF, CBF)"},
                                  {0, "", ""},
                                  {kFrPrevious, "left", "Previous frame"},

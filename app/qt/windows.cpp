@@ -164,6 +164,19 @@ void WindowSelect(int handle) {
 int WindowSelected() { return L().selected_window; }
 bool WindowExists(int handle) { return Window(handle) != nullptr; }
 
+void WindowShow(int handle, bool shown) {
+    WINDOW_STATE* w = Window(handle);
+    if (!w || !w->top) return;
+    w->top->setVisible(shown);
+    if (shown) w->top->raise();
+    if (QApplication::instance()) QApplication::processEvents();
+}
+
+bool WindowShown(int handle) {
+    const WINDOW_STATE* w = Window(handle);
+    return w && w->top && w->top->isVisible();
+}
+
 void WindowClose() {
     LAYER& l = L();
     std::vector<int> children;

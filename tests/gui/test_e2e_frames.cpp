@@ -21,11 +21,15 @@ TEST_F(E2E_FRAMES, NumorShownSteppedAndItsPatternStored) {
     s += "frames unzoom\nframes key home\nframes dump " + at("f4.txt") + "\nframes mouse move 0 0.2 0.6\n";
     s += "frames mouse press 2 0.1 0.4\nframes mouse release 2 0.5 0.9\n";
     s += "frames picture " + at("frames.png") + "\nframes pattern\ndump " + at("store.txt") + "\n";
-    s += "files " + at("bad.edf") + "\nframes open\ndump " + at("store2.txt") + "\nquit\n";
+    s += "files " + at("bad.edf") + "\nframes open\ndump " + at("store2.txt") + "\n";
+    s += "frames close\nframes dump " + at("f5.txt") + "\nquit\n";
     std::ofstream(home / "bad.edf") << "{\nDim_1 = 4 ;\nDim_2 = 4 ;\nDataType = UnsignedShort ;\nByteOrder = LowByteFirst ;\n}\n12";
     ASSERT_EQ(run(s), 0) << err;
 
     EXPECT_EQ(value(file("f0.txt"), "current"), "1");
+    EXPECT_EQ(value(file("f0.txt"), "main_window"), "hidden");  // the 2D mode has the screen
+    EXPECT_EQ(value(file("f5.txt"), "main_window"), "shown");   // and gives it back on closing
+    EXPECT_EQ(value(file("f5.txt"), "window"), "0");
     EXPECT_EQ(value(file("f0.txt"), "size"), "5 5");
     EXPECT_EQ(value(file("f1.txt"), "current"), "3");
     EXPECT_EQ(value(file("f2.txt"), "current"), "5");
