@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cctype>
 #include <cstdio>
 #include <filesystem>
 
@@ -308,9 +309,85 @@ void Frames_Redraw() {
     read_out();
 }
 
-bool Frames_Load(const std::string& path, std::string& message) {
+namespace {
+
+// The geometry of the image (and the mask it names) from `file`; on a refusal the present
+// geometry and mask stay and `message` says why.
+bool take_geometry(const std::string& file, std::string& message) {
+    FRAMES_VIEW_TYPE& v = Frames_View();
+    hxl::DETECTOR_GEOMETRY_TYPE geometry;
+    std::string mask, why;
+    if (!hxl::Read_Geometry_File(file, geometry, mask, why)) {
+        message = "The geometry " + file + " is not used: " + why;
+        return false;
+    }
+    std::vector<unsigned char> bits;
+    hxl::FRAME_SET_TYPE m;
+    if (!mask.empty()) {
+        if (!hxl::Read_Frames(mask, m, why) || m.nx != v.frames.nx || m.ny != v.frames.ny) {
+            message = "The mask " + mask + " of the geometry is not used: " +
+                      (why.empty() ? "it is not the size of the image" : why);
+        } else {
+            bits.resize(m.counts.size() / static_cast<std::size_t>(m.n_frames));
+            for (std::size_t i = 0; i < bits.size(); ++i) bits[i] = m.counts[i] != 0;
+        }
+    }
+    v.geometry = geometry;
+    v.has_geometry = true;
+    if (!bits.empty()) v.mask = std::move(bits);
+    return true;
+}
+
+bool hdf5_name(const std::string& name) {
+    const std::size_t dot = name.find_last_of('.');
+    if (dot == std::string::npos) return false;
+    std::string ext = name.substr(dot + 1);
+    for (char& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return ext == "h5" || ext == "hdf5" || ext == "hdf" || ext == "nxs" || ext == "nx5";
+}
+
+constexpr int kDatasetDialog = 214, kDatasetField = 2141;
+
+// The data set of the frames in an HDF5 or NeXus file; empty when cancelled.
+std::string ask_dataset() {
+    if (!WDialogDefined(kDatasetDialog))
+        WDialogDefine({kDatasetDialog, "HDF5 data set of the frames", {},
+                       {Fld(1, FIELD_KIND::Label, "Path of the data set (frames x rows x columns, or rows x columns)"),
+                        Fld(kDatasetField, FIELD_KIND::Text, "")}});
+    static std::string last = "/entry/data/data";
+    WDialogLoad(kDatasetDialog);
+    WDialogPutString(kDatasetField, last);
+    WDialogShow(-1, -1, 0, Modal);
+    std::string path;
+    const bool ok = WInfoDialog(4) == kIdOk;
+    if (ok) WDialogGetString(kDatasetField, path);
+    WDialogUnload();
+    path = hxl::Trim(path);
+    if (ok && !path.empty()) last = path;
+    return ok ? path : "";
+}
+
+void choose_geometry() {
+    FRAMES_VIEW_TYPE& v = Frames_View();
+    if (v.frames.n_frames < 1) {
+        Show_Message("Open an image before its geometry");
+        return;
+    }
+    std::string name;
+    WSelectFile("Geometry (*.json)|*.json|All files|*.*|", LoadDialog, name, "Select the geometry of the image");
+    WindowSelect(v.window);
+    if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
+    std::string message;
+    take_geometry(name, message);
+    if (!message.empty()) Show_Message(message);
+    Frames_Redraw();
+}
+
+}  // namespace
+
+bool Frames_Load(const std::string& path, std::string& message, const std::string& dataset) {
     hxl::FRAME_SET_TYPE f;
-    if (!hxl::Read_Frames(path, f, message)) return false;
+    if (!hxl::Read_Frames(path, f, message, dataset)) return false;
     message.clear();
     FRAMES_VIEW_TYPE& v = Frames_View();
     v.frames = std::move(f);
@@ -322,22 +399,13 @@ bool Frames_Load(const std::string& path, std::string& message) {
     v.cj = (v.frames.ny + 1) / 2;
     v.bi1 = v.bi2 = v.bj1 = v.bj2 = 0;
     v.mask.clear();
+    v.has_geometry = false;
     // A geometry beside the image (NAME_geometry.json for NAME.ext) gives the read-out its angles.
     std::size_t dot = path.find_last_of('.'), slash = path.find_last_of('/');
     std::string base = dot != std::string::npos && (slash == std::string::npos || dot > slash) ? path.substr(0, dot) : path;
-    std::string mask, why;
-    v.has_geometry = std::filesystem::exists(base + "_geometry.json") &&
-                     hxl::Read_Geometry_File(base + "_geometry.json", v.geometry, mask, why);
-    hxl::FRAME_SET_TYPE m;
-    if (v.has_geometry && !mask.empty()) {
-        if (!hxl::Read_Frames(mask, m, why) || m.nx != v.frames.nx || m.ny != v.frames.ny) {
-            message = "The mask " + mask + " of the geometry is not used: " +
-                      (why.empty() ? "it is not the size of the image" : why);
-        } else {
-            v.mask.resize(m.counts.size() / static_cast<std::size_t>(m.n_frames));
-            for (std::size_t i = 0; i < v.mask.size(); ++i) v.mask[i] = m.counts[i] != 0;
-        }
-    }
+    std::string why;
+    if (std::filesystem::exists(base + "_geometry.json")) take_geometry(base + "_geometry.json", why);
+    message = why;  // a geometry or mask beside the image that cannot be used is told
     WindowSelect(v.window);
     WindowTitle("Zendrite 2D: " + path);
     Frames_Redraw();
@@ -362,6 +430,7 @@ void Open_Frames_Window() {
                                  {kFrIso, "Iso", "Iso-lines on or off"},
                                  {kFrUnzoom, "reset", "Unzoom"},
                                  {0, "", ""},
+                                 {kFrGeometry, "Geo", "Geometry of the image (a .json file, with its mask)"},
                                  {kFrPattern, "Main", "Pattern into the store (a run of tubes, or an image with its geometry)"},
                                  {0, "", ""},
                                  {kFrClose, "exit", "Close"}});
@@ -372,8 +441,14 @@ void Open_Frames_Window() {
     std::string name;
     WSelectFile("Frames|*.*|", LoadDialog, name, "Select frames to show");
     if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
+    std::string dataset;
+    if (hdf5_name(name)) {
+        dataset = ask_dataset();
+        WindowSelect(v.window);
+        if (dataset.empty()) return;
+    }
     std::string message;
-    Frames_Load(name, message);
+    Frames_Load(name, message, dataset);
     if (!message.empty()) Show_Message(message);
 }
 
@@ -414,6 +489,7 @@ void Frames_Event(int type, const WIN_MESSAGE& m) {
             Frames_Redraw();
             break;
         case kFrPattern: to_store(); break;
+        case kFrGeometry: choose_geometry(); break;
         case kFrClose: close_window(); break;
         default: break;
         }

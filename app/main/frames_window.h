@@ -12,7 +12,8 @@ namespace zendrite {
 
 // Toolbar items of the window.
 inline constexpr int kFrOpen = 40601, kFrPrevious = 40602, kFrNext = 40603, kFrAnimate = 40604, kFrScale = 40605,
-                     kFrUnzoom = 40606, kFrPattern = 40607, kFrClose = 40608, kFrIso = 40609, kFrGoto = 40610;
+                     kFrUnzoom = 40606, kFrPattern = 40607, kFrClose = 40608, kFrIso = 40609, kFrGoto = 40610,
+                     kFrGeometry = 40611;
 
 struct FRAMES_VIEW_TYPE {
     int window = 0;
@@ -37,7 +38,7 @@ FRAMES_VIEW_TYPE& Frames_View();
 void Open_Frames_Window();
 // Loads `path` into the window; false with a message, or true with a note
 // in `message` when the mask its geometry names cannot be used.
-bool Frames_Load(const std::string& path, std::string& message);
+bool Frames_Load(const std::string& path, std::string& message, const std::string& dataset = "");
 void Frames_Event(int type, const WIN_MESSAGE& message);
 void Frames_Redraw();
 // The state of the window as "key value" lines, for scripts.

@@ -72,7 +72,7 @@ bool frames_step(const std::string& line, const std::vector<std::string>& w, WIN
     static const std::vector<std::pair<std::string, int>> items = {
         {"open", kFrOpen},   {"previous", kFrPrevious}, {"next", kFrNext},       {"animate", kFrAnimate},
         {"scale", kFrScale}, {"unzoom", kFrUnzoom},     {"pattern", kFrPattern}, {"close", kFrClose},
-        {"iso", kFrIso},     {"goto", kFrGoto}};
+        {"iso", kFrIso},     {"goto", kFrGoto},         {"geometry", kFrGeometry}};
     if (w.size() == 2) {
         for (const auto& [name, item] : items)
             if (name == w[1]) {

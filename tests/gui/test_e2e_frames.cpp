@@ -1,7 +1,11 @@
 // End-to-end: the 2D window driven by a script — a numor of a bank of tubes
 // shown, stepped, a box summed, its pattern put in the store; a bad image
 // refused with a message and the store left as it was.
+#include <hdf5.h>
+
 #include <QImage>
+#include <cstdint>
+#include <vector>
 
 #include "tests/gui/scripted_home.h"
 #include "tests/instrument/frame_builders.h"
@@ -120,4 +124,43 @@ TEST_F(E2E_FRAMES, ExtractionProgramRunAndItsPatternsLoaded) {
     EXPECT_EQ(value(file("s1.txt"), "nperfiles"), "0");
     EXPECT_NE(out.find("pellan"), std::string::npos) << out;
     EXPECT_FALSE(std::filesystem::exists(home / "run.inp"));
+}
+
+// A geometry chosen from the window for an image that has none beside it (a bad one is
+// refused and changes nothing), and frames from an HDF5 file at the data set asked for.
+TEST_F(E2E_FRAMES, GeometryChosenFromTheWindowAndHdf5Frames) {
+    std::filesystem::copy_file(ZD_TEST_DATA "/frames/rings.edf", home / "alone.edf");
+    std::filesystem::copy_file(ZD_TEST_DATA "/frames/rings_geometry.json", home / "setup.json");
+    std::ofstream(home / "bad.json") << "{ \"distance_mm\": -3 }";
+    {
+        std::vector<std::uint16_t> v(3 * 4 * 5);
+        for (std::size_t i = 0; i < v.size(); ++i) v[i] = static_cast<std::uint16_t>(i * 11);
+        hid_t file = H5Fcreate(at("run.h5").c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT);
+        hid_t group = H5Gcreate2(file, "/entry", H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT);
+        hsize_t dims[3] = {3, 4, 5};
+        hid_t space = H5Screate_simple(3, dims, nullptr);
+        hid_t set = H5Dcreate2(file, "/entry/data", H5T_NATIVE_UINT16, space, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT);
+        H5Dwrite(set, H5T_NATIVE_UINT16, H5S_ALL, H5S_ALL, H5P_DEFAULT, v.data());
+        H5Dclose(set), H5Sclose(space), H5Gclose(group), H5Fclose(file);
+    }
+    std::string s = "files " + at("alone.edf") + "\nmenu 40169\nframes pattern\ndump " + at("s1.txt") + "\n";
+    s += "files " + at("bad.json") + "\nframes geometry\nframes pattern\ndump " + at("s2.txt") + "\n";
+    s += "files " + at("setup.json") + "\nframes geometry\nframes pattern\ndump " + at("s3.txt") + "\n";
+    s += "files " + at("run.h5") + "\ndialog 214 set 2141 /entry/nothing\ndialog 214 press 1\nframes open\n";
+    s += "frames dump " + at("f1.txt") + "\n";
+    s += "files " + at("run.h5") + "\ndialog 214 set 2141 /entry/data\ndialog 214 press 1\nframes open\n";
+    s += "frames next\nframes dump " + at("f2.txt") + "\nquit\n";
+    ASSERT_EQ(run(s), 0) << err;
+    EXPECT_EQ(value(file("s1.txt"), "nperfiles"), "0");
+    EXPECT_NE(out.find("needs its geometry"), std::string::npos) << out;
+    EXPECT_NE(out.find("The geometry " + at("bad.json") + " is not used"), std::string::npos) << out;
+    EXPECT_EQ(value(file("s2.txt"), "nperfiles"), "0");  // the refused geometry gave none
+    EXPECT_EQ(value(file("s3.txt"), "nperfiles"), "1");
+    EXPECT_NE(file("s3.txt").find("scat_var 2theta"), std::string::npos) << file("s3.txt");
+    // a data set that is not there is refused and the image stays; the right one gives 3 frames of 5 x 4
+    EXPECT_EQ(value(file("f1.txt"), "size"), "200 180") << file("f1.txt");
+    EXPECT_NE(out.find("/entry/nothing"), std::string::npos) << out;
+    EXPECT_EQ(value(file("f2.txt"), "frames"), "3") << file("f2.txt");
+    EXPECT_EQ(value(file("f2.txt"), "size"), "5 4");
+    EXPECT_EQ(value(file("f2.txt"), "current"), "2");
 }
