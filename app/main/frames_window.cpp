@@ -311,6 +311,21 @@ void Frames_Redraw() {
 
 namespace {
 
+// A mask image (its first frame; a pixel not zero is left out) of the size of the image
+// shown; false with the reason.
+bool read_mask(const std::string& file, std::vector<unsigned char>& bits, std::string& why) {
+    const FRAMES_VIEW_TYPE& v = Frames_View();
+    hxl::FRAME_SET_TYPE m;
+    if (!hxl::Read_Frames(file, m, why)) return false;
+    if (m.nx != v.frames.nx || m.ny != v.frames.ny) {
+        why = "it is not the size of the image";
+        return false;
+    }
+    bits.resize(static_cast<std::size_t>(m.nx) * static_cast<std::size_t>(m.ny));
+    for (std::size_t i = 0; i < bits.size(); ++i) bits[i] = m.counts[i] != 0;
+    return true;
+}
+
 // The geometry of the image (and the mask it names) from `file`; on a refusal the present
 // geometry and mask stay and `message` says why.
 bool take_geometry(const std::string& file, std::string& message) {
@@ -322,16 +337,7 @@ bool take_geometry(const std::string& file, std::string& message) {
         return false;
     }
     std::vector<unsigned char> bits;
-    hxl::FRAME_SET_TYPE m;
-    if (!mask.empty()) {
-        if (!hxl::Read_Frames(mask, m, why) || m.nx != v.frames.nx || m.ny != v.frames.ny) {
-            message = "The mask " + mask + " of the geometry is not used: " +
-                      (why.empty() ? "it is not the size of the image" : why);
-        } else {
-            bits.resize(m.counts.size() / static_cast<std::size_t>(m.n_frames));
-            for (std::size_t i = 0; i < bits.size(); ++i) bits[i] = m.counts[i] != 0;
-        }
-    }
+    if (!mask.empty() && !read_mask(mask, bits, why)) message = "The mask " + mask + " of the geometry is not used: " + why;
     v.geometry = geometry;
     v.has_geometry = true;
     if (!bits.empty()) v.mask = std::move(bits);
@@ -367,19 +373,39 @@ std::string ask_dataset() {
     return ok ? path : "";
 }
 
-void choose_geometry() {
-    FRAMES_VIEW_TYPE& v = Frames_View();
+// A file for the image shown (its geometry or mask); empty when there is no image or the
+// choice was cancelled.
+std::string file_for_image(const std::string& what, const std::string& filter, const std::string& title) {
+    const FRAMES_VIEW_TYPE& v = Frames_View();
     if (v.frames.n_frames < 1) {
-        Show_Message("Open an image before its geometry");
-        return;
+        Show_Message("Open an image before its " + what);
+        return "";
     }
     std::string name;
-    WSelectFile("Geometry (*.json)|*.json|All files|*.*|", LoadDialog, name, "Select the geometry of the image");
+    WSelectFile(filter, LoadDialog, name, title);
     WindowSelect(v.window);
-    if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
+    return WInfoDialog(4) == kIdOk && !hxl::Is_Blank(name) ? name : "";
+}
+
+void choose_geometry() {
+    const std::string name = file_for_image("geometry", "Geometry (*.json)|*.json|All files|*.*|", "Select the geometry of the image");
+    if (name.empty()) return;
     std::string message;
     take_geometry(name, message);
     if (!message.empty()) Show_Message(message);
+    Frames_Redraw();
+}
+
+void choose_mask() {
+    const std::string name = file_for_image("mask", "Mask image|*.*|", "Select a mask (pixels not zero are left out)");
+    if (name.empty()) return;
+    std::vector<unsigned char> bits;
+    std::string why;
+    if (!read_mask(name, bits, why)) {
+        Show_Message("The mask " + name + " is not used: " + why);
+        return;
+    }
+    Frames_View().mask = std::move(bits);
     Frames_Redraw();
 }
 
@@ -431,6 +457,7 @@ void Open_Frames_Window() {
                                  {kFrUnzoom, "reset", "Unzoom"},
                                  {0, "", ""},
                                  {kFrGeometry, "Geo", "Geometry of the image (a .json file, with its mask)"},
+                                 {kFrMask, "Mask", "Mask of the image from a file (pixels not zero are left out)"},
                                  {kFrPattern, "Main", "Pattern into the store (a run of tubes, or an image with its geometry)"},
                                  {0, "", ""},
                                  {kFrClose, "exit", "Close"}});
@@ -490,6 +517,7 @@ void Frames_Event(int type, const WIN_MESSAGE& m) {
             break;
         case kFrPattern: to_store(); break;
         case kFrGeometry: choose_geometry(); break;
+        case kFrMask: choose_mask(); break;
         case kFrClose: close_window(); break;
         default: break;
         }

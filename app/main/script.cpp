@@ -72,7 +72,8 @@ bool frames_step(const std::string& line, const std::vector<std::string>& w, WIN
     static const std::vector<std::pair<std::string, int>> items = {
         {"open", kFrOpen},   {"previous", kFrPrevious}, {"next", kFrNext},       {"animate", kFrAnimate},
         {"scale", kFrScale}, {"unzoom", kFrUnzoom},     {"pattern", kFrPattern}, {"close", kFrClose},
-        {"iso", kFrIso},     {"goto", kFrGoto},         {"geometry", kFrGeometry}};
+        {"iso", kFrIso},     {"goto", kFrGoto},         {"geometry", kFrGeometry},
+        {"mask", kFrMask}};
     if (w.size() == 2) {
         for (const auto& [name, item] : items)
             if (name == w[1]) {

@@ -127,7 +127,8 @@ TEST_F(E2E_FRAMES, ExtractionProgramRunAndItsPatternsLoaded) {
 }
 
 // A geometry chosen from the window for an image that has none beside it (a bad one is
-// refused and changes nothing), and frames from an HDF5 file at the data set asked for.
+// refused and changes nothing), a mask from a file, and frames from an HDF5 file at the
+// data set asked for.
 TEST_F(E2E_FRAMES, GeometryChosenFromTheWindowAndHdf5Frames) {
     std::filesystem::copy_file(ZD_TEST_DATA "/frames/rings.edf", home / "alone.edf");
     std::filesystem::copy_file(ZD_TEST_DATA "/frames/rings_geometry.json", home / "setup.json");
@@ -146,6 +147,16 @@ TEST_F(E2E_FRAMES, GeometryChosenFromTheWindowAndHdf5Frames) {
     std::string s = "files " + at("alone.edf") + "\nmenu 40169\nframes pattern\ndump " + at("s1.txt") + "\n";
     s += "files " + at("bad.json") + "\nframes geometry\nframes pattern\ndump " + at("s2.txt") + "\n";
     s += "files " + at("setup.json") + "\nframes geometry\nframes pattern\ndump " + at("s3.txt") + "\n";
+    // a mask from a file: one of the wrong size is refused, the left half of the image is taken
+    std::ofstream(home / "small.edf") << "{\nDim_1 = 2 ;\nDim_2 = 1 ;\nDataType = UnsignedByte ;\n}\n" << std::string(2, '\1');
+    {
+        std::string bits(200 * 180, '\0');
+        for (int j = 0; j < 180; ++j)
+            for (int i = 0; i < 100; ++i) bits[static_cast<std::size_t>(j) * 200 + static_cast<std::size_t>(i)] = '\1';
+        std::ofstream(home / "half.edf") << "{\nDim_1 = 200 ;\nDim_2 = 180 ;\nDataType = UnsignedByte ;\n}\n" << bits;
+    }
+    s += "files " + at("small.edf") + "\nframes mask\n";
+    s += "files " + at("half.edf") + "\nframes mask\nframes pattern\ndump " + at("s4.txt") + "\nframes picture " + at("half.png") + "\n";
     s += "files " + at("run.h5") + "\ndialog 214 set 2141 /entry/nothing\ndialog 214 press 1\nframes open\n";
     s += "frames dump " + at("f1.txt") + "\n";
     s += "files " + at("run.h5") + "\ndialog 214 set 2141 /entry/data\ndialog 214 press 1\nframes open\n";
@@ -157,6 +168,16 @@ TEST_F(E2E_FRAMES, GeometryChosenFromTheWindowAndHdf5Frames) {
     EXPECT_EQ(value(file("s2.txt"), "nperfiles"), "0");  // the refused geometry gave none
     EXPECT_EQ(value(file("s3.txt"), "nperfiles"), "1");
     EXPECT_NE(file("s3.txt").find("scat_var 2theta"), std::string::npos) << file("s3.txt");
+    EXPECT_NE(out.find("The mask " + at("small.edf") + " is not used: it is not the size of the image"), std::string::npos) << out;
+    const std::string s4 = file("s4.txt");
+    EXPECT_EQ(value(s4, "nperfiles"), "2") << s4;
+    const std::size_t first = s4.find("y_sum"), second = s4.find("y_sum", first + 1);
+    ASSERT_NE(second, std::string::npos);
+    EXPECT_NE(s4.substr(first, s4.find('\n', first) - first), s4.substr(second, s4.find('\n', second) - second));
+    QImage half(QString::fromStdString(at("half.png")));
+    ASSERT_FALSE(half.isNull());
+    const QColor left = half.pixelColor(static_cast<int>(0.15 * half.width()), static_cast<int>(0.5 * half.height()));
+    EXPECT_EQ(left.red(), 90) << "the masked half is drawn grey";
     // a data set that is not there is refused and the image stays; the right one gives 3 frames of 5 x 4
     EXPECT_EQ(value(file("f1.txt"), "size"), "200 180") << file("f1.txt");
     EXPECT_NE(out.find("/entry/nothing"), std::string::npos) << out;
