@@ -200,6 +200,34 @@ void go_to_frame() {
     Frames_Redraw();
 }
 
+// The counts shown as the first and the last colour, as percentiles of the frame.
+void colour_limits() {
+    FRAMES_VIEW_TYPE& v = Frames_View();
+    constexpr int kLimitsDialog = 215, kLow = 2151, kHigh = 2152;
+    if (!WDialogDefined(kLimitsDialog))
+        WDialogDefine({kLimitsDialog, "Colour limits of the frame", {},
+                       {Fld(kLow, FIELD_KIND::Real, "Lowest colour at the percentile"),
+                        Fld(kHigh, FIELD_KIND::Real, "Highest colour at the percentile")}});
+    WDialogLoad(kLimitsDialog);
+    WDialogPutReal(kLow, v.view.low_percentile, "%.2f");
+    WDialogPutReal(kHigh, v.view.high_percentile, "%.2f");
+    WDialogShow(-1, -1, 0, Modal);
+    float low = v.view.low_percentile, high = v.view.high_percentile;
+    WDialogGetReal(kLow, low);
+    WDialogGetReal(kHigh, high);
+    const bool ok = WInfoDialog(4) == kIdOk;
+    WDialogUnload();
+    WindowSelect(v.window);
+    if (!ok) return;
+    if (!(low >= 0 && high <= 100 && low < high)) {
+        Show_Message("The percentiles must lie between 0 and 100, the lowest below the highest");
+        return;
+    }
+    v.view.low_percentile = low;
+    v.view.high_percentile = high;
+    Frames_Redraw();
+}
+
 void close_window() {
     FRAMES_VIEW_TYPE& v = Frames_View();
     WMenuSetState(40169, 2, 0);
@@ -217,7 +245,8 @@ std::string Frames_Dump() {
     return "window " + std::to_string(v.window) + "\nformat " + v.frames.format + "\nframes " +
            std::to_string(v.frames.n_frames) + "\ncurrent " + std::to_string(v.current) + "\nsize " +
            std::to_string(v.frames.nx) + " " + std::to_string(v.frames.ny) + "\nzoom " + std::to_string(v.i1) + " " +
-           std::to_string(v.i2) + " " + std::to_string(v.j1) + " " + std::to_string(v.j2) + "\nmain_window " +
+           std::to_string(v.i2) + " " + std::to_string(v.j1) + " " + std::to_string(v.j2) + "\npercentiles " + fmt("%.2f", v.view.low_percentile) + " " +
+           fmt("%.2f", v.view.high_percentile) + "\nmain_window " +
            (WindowShown(kRootWindow) ? "shown" : "hidden") + "\n";
 }
 
@@ -453,6 +482,7 @@ void Open_Frames_Window() {
                                  {kFrGoto, "Go", "Go to a frame with a slider"},
                                  {0, "", ""},
                                  {kFrScale, "Lin", "Colour scale: linear, log, square root"},
+                                 {kFrLimits, "%", "Colour limits by percentiles of the frame"},
                                  {kFrIso, "Iso", "Iso-lines on or off"},
                                  {kFrUnzoom, "reset", "Unzoom"},
                                  {0, "", ""},
@@ -505,6 +535,7 @@ void Frames_Event(int type, const WIN_MESSAGE& m) {
             Frames_Redraw();
             break;
         case kFrGoto: go_to_frame(); break;
+        case kFrLimits: colour_limits(); break;
         case kFrIso:
             v.iso = !v.iso;
             Frames_Redraw();

@@ -13,7 +13,7 @@ namespace zendrite {
 // Toolbar items of the window.
 inline constexpr int kFrOpen = 40601, kFrPrevious = 40602, kFrNext = 40603, kFrAnimate = 40604, kFrScale = 40605,
                      kFrUnzoom = 40606, kFrPattern = 40607, kFrClose = 40608, kFrIso = 40609, kFrGoto = 40610,
-                     kFrGeometry = 40611, kFrMask = 40612;
+                     kFrGeometry = 40611, kFrMask = 40612, kFrLimits = 40613;
 
 struct FRAMES_VIEW_TYPE {
     int window = 0;

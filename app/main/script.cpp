@@ -73,7 +73,7 @@ bool frames_step(const std::string& line, const std::vector<std::string>& w, WIN
         {"open", kFrOpen},   {"previous", kFrPrevious}, {"next", kFrNext},       {"animate", kFrAnimate},
         {"scale", kFrScale}, {"unzoom", kFrUnzoom},     {"pattern", kFrPattern}, {"close", kFrClose},
         {"iso", kFrIso},     {"goto", kFrGoto},         {"geometry", kFrGeometry},
-        {"mask", kFrMask}};
+        {"mask", kFrMask},   {"limits", kFrLimits}};
     if (w.size() == 2) {
         for (const auto& [name, item] : items)
             if (name == w[1]) {

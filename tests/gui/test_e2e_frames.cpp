@@ -26,6 +26,8 @@ TEST_F(E2E_FRAMES, NumorShownSteppedAndItsPatternStored) {
     s += "frames mouse press 2 0.1 0.4\nframes mouse release 2 0.5 0.9\n";
     s += "frames picture " + at("frames.png") + "\nframes pattern\ndump " + at("store.txt") + "\n";
     s += "files " + at("bad.edf") + "\nframes open\ndump " + at("store2.txt") + "\n";
+    s += "dialog 215 set 2151 5\ndialog 215 set 2152 3\ndialog 215 press 1\nframes limits\n";  // refused
+    s += "dialog 215 set 2151 5\ndialog 215 set 2152 95\ndialog 215 press 1\nframes limits\nframes dump " + at("f6.txt") + "\n";
     s += "frames close\nframes dump " + at("f5.txt") + "\nquit\n";
     std::ofstream(home / "bad.edf") << "{\nDim_1 = 4 ;\nDim_2 = 4 ;\nDataType = UnsignedShort ;\nByteOrder = LowByteFirst ;\n}\n12";
     ASSERT_EQ(run(s), 0) << err;
@@ -34,6 +36,8 @@ TEST_F(E2E_FRAMES, NumorShownSteppedAndItsPatternStored) {
     EXPECT_EQ(value(file("f0.txt"), "main_window"), "hidden");  // the 2D mode has the screen
     EXPECT_EQ(value(file("f5.txt"), "main_window"), "shown");   // and gives it back on closing
     EXPECT_EQ(value(file("f5.txt"), "window"), "0");
+    EXPECT_EQ(value(file("f0.txt"), "percentiles"), "1.00 99.50");
+    EXPECT_EQ(value(file("f6.txt"), "percentiles"), "5.00 95.00");
     EXPECT_EQ(value(file("f0.txt"), "size"), "5 5");
     EXPECT_EQ(value(file("f1.txt"), "current"), "3");
     EXPECT_EQ(value(file("f2.txt"), "current"), "5");
@@ -60,7 +64,8 @@ TEST_F(E2E_FRAMES, NumorShownSteppedAndItsPatternStored) {
     std::string store = file("store.txt");
     EXPECT_EQ(value(store, "nperfiles"), "1") << store;
     EXPECT_NE(store.find("npts 26"), std::string::npos) << store;
-    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006"), 1) << out;  // the bad image, and nothing else
+    EXPECT_EQ(count(out, "MESSAGE Zendrite-2006"), 2) << out;  // the bad image and the refused limits
+    EXPECT_EQ(count(out, "The percentiles must lie between 0 and 100, the lowest below the highest"), 1) << out;
     EXPECT_NE(out.find("cut short"), std::string::npos) << out;
     EXPECT_EQ(value(file("store2.txt"), "nperfiles"), "1");
 }
