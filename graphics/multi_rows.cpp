@@ -60,19 +60,18 @@ bool shown(int slot) { return zendrite_param_global().show_profile[static_cast<s
 // The content counts as changed on every redraw that follows a command (the plot's hook) and
 // on entering a view.
 struct MAP_CACHE {
-    unsigned long content = 0;  // Multi_Data_Changed count the cache was built at
-    bool rows_valid = false, map_valid = false;
+    unsigned long content = 0;  // Multi_Data_Changed count the rows were taken at (from 1)
     std::vector<int> slots;
     std::vector<hxl::MAP_ROW_TYPE> rows;
     double rows_xlo = 0, rows_xhi = 1;
     bool rows_ok = false;
     double x1 = 0, x2 = 0;
     int max_cols = 0;
-    std::shared_ptr<const hxl::MULTI_MAP_TYPE> map;
+    std::shared_ptr<const hxl::MULTI_MAP_TYPE> map;  // of these rows; none until built
     float zmin = 0, zmax = 0, zpos = 0;
     bool any = false;
 };
-unsigned long content_count = 0;
+unsigned long content_count = 1;
 MAP_CACHE& map_cache() {
     static MAP_CACHE cache;
     return cache;
@@ -86,10 +85,7 @@ bool same_rows(const MAP_CACHE& c, const std::vector<int>& slots, const std::vec
 }
 }  // namespace
 
-void Multi_Data_Changed() {
-    ++content_count;
-    map_cache().rows_valid = map_cache().map_valid = false;
-}
+void Multi_Data_Changed() { ++content_count; }
 
 std::string Multi_View_Refusal() {
     const ZENDRITE_STORE& g = zendrite_param_global();
@@ -136,10 +132,10 @@ MULTI_ROWS_TYPE Shown_Rows() {
         r.by_temperature = true;
     }
     MAP_CACHE& c = map_cache();
-    if (!(c.rows_valid && same_rows(c, r.slots, r.rows))) {
+    if (!same_rows(c, r.slots, r.rows)) {
         c.rows_ok = hxl::Map_X_Range(r.rows, c.rows_xlo, c.rows_xhi);
         c.content = content_count, c.slots = r.slots, c.rows = r.rows;
-        c.rows_valid = true, c.map_valid = false;
+        c.map.reset();
     }
     if (c.rows_ok) r.xlo = c.rows_xlo, r.xhi = c.rows_xhi;
     else r.xlo = 0, r.xhi = 1;
@@ -214,19 +210,19 @@ bool Window_Map(const MULTI_ROWS_TYPE& rows, int max_cols, std::shared_ptr<const
     double x1 = rows.xlo, x2 = rows.xhi;
     if (st.zoomed && st.x2 > st.x1) x1 = st.x1, x2 = st.x2;
     MAP_CACHE& c = map_cache();
-    if (!(c.map_valid && c.rows_valid && same_rows(c, rows.slots, rows.rows) && c.x1 == x1 && c.x2 == x2 &&
-          c.max_cols == max_cols)) {
-        // a new map, so that a view still holding the old one keeps it
-        auto fresh = std::make_shared<hxl::MULTI_MAP_TYPE>();
-        hxl::Build_Multi_Map(rows.rows, x1, x2, max_cols, *fresh);
-        c.any = hxl::Map_Z_Range(*fresh, c.zmin, c.zmax, c.zpos);
-        c.map = std::move(fresh);
-        c.x1 = x1, c.x2 = x2, c.max_cols = max_cols;
-        c.map_valid = c.rows_valid && same_rows(c, rows.slots, rows.rows);
+    const bool kept_rows = same_rows(c, rows.slots, rows.rows);
+    if (kept_rows && c.map && c.x1 == x1 && c.x2 == x2 && c.max_cols == max_cols) {
+        map = c.map;
+        zmin = c.zmin, zmax = c.zmax, lowest_positive = c.zpos;
+        return c.any;
     }
-    map = c.map;
-    zmin = c.zmin, zmax = c.zmax, lowest_positive = c.zpos;
-    return c.any;
+    // a new map, so that a view still holding the old one keeps it
+    auto fresh = std::make_shared<hxl::MULTI_MAP_TYPE>();
+    hxl::Build_Multi_Map(rows.rows, x1, x2, max_cols, *fresh);
+    const bool any = hxl::Map_Z_Range(*fresh, zmin, zmax, lowest_positive);
+    map = std::move(fresh);
+    if (kept_rows) c.map = map, c.x1 = x1, c.x2 = x2, c.max_cols = max_cols, c.zmin = zmin, c.zmax = zmax, c.zpos = lowest_positive, c.any = any;
+    return any;
 }
 
 void Start_Multi_Page(int width, int height, const MULTI_ROWS_TYPE& rows, MULTI_PAGE_TYPE& page) {

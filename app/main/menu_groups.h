@@ -47,6 +47,12 @@ void Multi_View_Menus();
 // "view levels I..." (the iso-lines of the contour map, none without values); false
 // when not understood.
 bool Multi_View_Setting(const std::vector<std::string>& words);
+#if ZD_WITH_PLOT
+struct MULTI_VIEW_STATE;
+// The same words read into `state` without drawing; false when not understood.
+bool Read_View_Setting(const std::vector<std::string>& words, MULTI_VIEW_STATE& state);
+void Redraw_Multi_View();  // the present many-pattern view again, from its kept map
+#endif
 // multi_settings.cpp: the dialog of the colour scale, iso-line levels and stack rise
 inline constexpr int kMultiSettingsItem = 40244;
 void Multi_View_Settings(int item);

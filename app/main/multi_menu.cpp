@@ -54,9 +54,8 @@ void Multi_View_Menus() {
 
 namespace zendrite {
 
-bool Multi_View_Setting(const std::vector<std::string>& words) {
 #if ZD_WITH_PLOT
-    MULTI_VIEW_STATE& st = Multi_View_State();
+bool Read_View_Setting(const std::vector<std::string>& words, MULTI_VIEW_STATE& st) {
     if (words.size() == 3 && words[1] == "scale" && (words[2] == "viridis" || words[2] == "grey")) {
         st.colour_scale = words[2] == "grey" ? 2 : 1;
     } else if (words.size() >= 2 && words[1] == "levels") {
@@ -76,7 +75,21 @@ bool Multi_View_Setting(const std::vector<std::string>& words) {
     } else {
         return false;
     }
-    if (WindowExists(kRootWindow)) Plot_Again();
+    return true;
+}
+
+void Redraw_Multi_View() {
+    // the settings change the picture, not the profiles: the kept map serves
+    const std::string& mode = zendrite_param_global().graph_mode;
+    MULTI_VIEW view = MULTI_VIEW::Contour;
+    if (WindowExists(kRootWindow) && Multi_View_Of_Mode(mode, view)) Multi_View_Again(mode);
+}
+#endif
+
+bool Multi_View_Setting(const std::vector<std::string>& words) {
+#if ZD_WITH_PLOT
+    if (!Read_View_Setting(words, Multi_View_State())) return false;
+    Redraw_Multi_View();
     return true;
 #else
     (void)words;

@@ -61,17 +61,20 @@ void Multi_View_Settings(int /*item*/) {
     WDialogGetString(kLevels, levels);
     WDialogGetReal(kOffset, offset);
     WDialogUnload();
-    // every value is checked before any is taken, so that a refused one changes nothing
-    std::string refusal;
-    if (!Multi_View_Setting(words_of("levels", levels))) refusal = "The iso-line levels must be numbers";
-    else if (!Multi_View_Setting(words_of("offset", std::to_string(offset))))
-        refusal = "The rise of the stack must lie between 0 and 5";
-    if (!refusal.empty()) {
-        Multi_View_State() = before;
-        Show_Message(refusal);
+    // every value is read into a copy, so that a refused one changes nothing, and the view
+    // is drawn once
+    MULTI_VIEW_STATE next = before;
+    if (!Read_View_Setting(words_of("levels", levels), next)) {
+        Show_Message("The iso-line levels must be numbers");
         return;
     }
-    Multi_View_Setting({"view", "scale", radio == 2 ? "grey" : "viridis"});
+    if (!Read_View_Setting(words_of("offset", std::to_string(offset)), next)) {
+        Show_Message("The rise of the stack must lie between 0 and 5");
+        return;
+    }
+    Read_View_Setting({"view", "scale", radio == 2 ? "grey" : "viridis"}, next);
+    Multi_View_State() = next;
+    Redraw_Multi_View();
 #else
     Show_Message("This command is not available yet");
 #endif
