@@ -33,7 +33,7 @@ bool Calc_Powder_Reflections(const STRUCTURE_TYPE& st, const POWDER_CALC_SETTING
                       (set.neutron ? "neutron scattering length" : "X-ray form factor") + " in the tables";
             return false;
         }
-        if (!set.neutron && sc[j].charge != 0)
+        if (!set.neutron && sc[j].charge != 0 && !sc[j].ion_f0)
             notes.push_back("Atom " + st.atoms[j].label + ": f0 of neutral " + sc[j].element + " used for " +
                             st.atoms[j].type);
     }

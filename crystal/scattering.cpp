@@ -1,5 +1,7 @@
 #include "crystal/scattering.h"
 
+#include "crystal/ion_f0_table.h"
+
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
@@ -31,6 +33,18 @@ const ISOTOPE_ROW kIsotopes[] = {
     {"Fe", 57, 2.3}, {"Ni", 58, 14.4}, {"Ni", 60, 2.8}, {"Ni", 61, 7.6}, {"Ni", 62, -8.7},
     {"Ni", 64, -0.37}, {"Cu", 63, 6.477}, {"Cu", 65, 10.204},
 };
+
+// The ion's own five Gaussians when the table has it, in its spelling "Fe3+".
+void Take_Ion_F0(SCATTERER_TYPE& s) {
+    const std::string name = s.element + std::to_string(std::abs(s.charge)) + (s.charge > 0 ? "+" : "-");
+    for (int r = 0; r < kIonF0Count; ++r)
+        if (name == kIonF0[r].ion) {
+            for (int k = 0; k < 5; ++k) s.a[k] = kIonF0[r].a[k], s.b[k] = kIonF0[r].b[k];
+            s.c = kIonF0[r].c;
+            s.ion_f0 = true;
+            return;
+        }
+}
 
 }  // namespace
 
@@ -98,6 +112,7 @@ bool Find_Scatterer(const std::string& type, SCATTERER_TYPE& s, std::string& mes
         }
         s.c = co.c();
         s.has_xray = true;
+        if (s.charge != 0) Take_Ion_F0(s);
     }
     if (mass == 0) {
         s.b_fm = gemmi::Neutron92<double>::get_(natural);
@@ -120,7 +135,7 @@ bool Find_Scatterer(const std::string& type, SCATTERER_TYPE& s, std::string& mes
 double Xray_F0(const SCATTERER_TYPE& s, double stl) {
     const double s2 = stl * stl;
     double f = s.c;
-    for (int k = 0; k < 4; ++k) f += s.a[k] * std::exp(-s.b[k] * s2);
+    for (int k = 0; k < 5; ++k) f += s.a[k] * std::exp(-s.b[k] * s2);
     return f;
 }
 
