@@ -1,5 +1,9 @@
 // Which X space a profile gives the reflection ticks, and the checks of the setup.
 #include "crystal/reflections.h"
+
+#include <cmath>
+#include <numbers>
+
 #include "support/fixed_text.h"
 
 namespace hxl {
@@ -29,6 +33,21 @@ bool Hkl_Check_Setup(const std::string& spgr, HKL_XSPACE space, float lambda, st
         message = "Bad wavelength";
         return false;
     }
+    return true;
+}
+
+bool Hkl_Two_Theta(HKL_XSPACE space, double x, double lambda, double& tth) {
+    double stl = 0;  // sin(theta)/lambda
+    switch (space) {
+        case HKL_XSPACE::TWOTHETA: tth = x; return std::isfinite(x) && x > 0 && x < 180;
+        case HKL_XSPACE::D: stl = x > 0 ? 0.5 / x : -1; break;
+        case HKL_XSPACE::Q: stl = x / (4 * std::numbers::pi); break;
+        case HKL_XSPACE::S: stl = x / 2; break;
+        case HKL_XSPACE::TOF: return false;
+    }
+    const double sine = stl * lambda;
+    if (!(sine > 0 && sine < 1) || !(lambda > 0)) return false;
+    tth = 2 * std::asin(sine) * 180 / std::numbers::pi;
     return true;
 }
 

@@ -116,11 +116,28 @@ double Caglioti_Fwhm(double u, double v, double w, double tth_deg) {
     return f2 > 0 ? std::sqrt(f2) : 1e-4;
 }
 
-void Calc_Profile(const std::vector<CALC_REFLECTION_TYPE>& refl, const double* x, int n, double u, double v, double w,
-                  double eta, std::vector<double>& y) {
+void Line_Width(const LINE_SHAPE_TYPE& shape, double tth_deg, double& fwhm, double& eta) {
+    const double g = Caglioti_Fwhm(shape.u, shape.v, shape.w, tth_deg);
+    const double th = tth_deg * std::numbers::pi / 360;
+    if (!shape.tch) {
+        fwhm = std::max(1e-4, g + shape.z / std::cos(th));
+        eta = std::clamp(shape.eta + shape.eta_x * tth_deg, 0.0, 1.0);
+        return;
+    }
+    const double l = std::max(0.0, shape.lx * std::tan(th) + shape.ly / std::cos(th));
+    const double h5 = std::pow(g, 5) + 2.69269 * std::pow(g, 4) * l + 2.42843 * std::pow(g, 3) * l * l +
+                      4.47163 * g * g * l * l * l + 0.07842 * g * std::pow(l, 4) + std::pow(l, 5);
+    fwhm = std::pow(h5, 0.2);
+    const double q = l / fwhm;
+    eta = std::clamp(1.36603 * q - 0.47719 * q * q + 0.11116 * q * q * q, 0.0, 1.0);
+}
+
+void Calc_Profile(const std::vector<CALC_REFLECTION_TYPE>& refl, const double* x, int n, const LINE_SHAPE_TYPE& shape,
+                  std::vector<double>& y) {
     y.assign(static_cast<std::size_t>(std::max(n, 0)), 0.0);
     for (const CALC_REFLECTION_TYPE& r : refl) {
-        const double fw = Caglioti_Fwhm(u, v, w, r.tth);
+        double fw = 0, eta = 0;
+        Line_Width(shape, r.tth, fw, eta);
         // Lorentzian tails matter far out; 40 widths keep what a plot shows.
         const double reach = 40 * fw;
         const double* lo = std::lower_bound(x, x + n, r.tth - reach);

@@ -45,9 +45,23 @@ double Pseudo_Voigt(double dx, double fwhm, double eta);
 // Caglioti: FWHM^2 = U tan^2 theta + V tan theta + W.
 double Caglioti_Fwhm(double u, double v, double w, double tth_deg);
 
-// The calculated profile at the points x (2theta): the sum of the peaks.
-void Calc_Profile(const std::vector<CALC_REFLECTION_TYPE>& refl, const double* x, int n, double u, double v, double w,
-                  double eta, std::vector<double>& y);
+// The width law of the lines. Without `tch`, the law of the constant-wavelength
+// fit: FWHM = sqrt(U tan^2 theta + V tan theta + W) + Z / cos theta and
+// eta = Eta0 + X 2theta (one width for every line is W = FWHM^2). With it, as a
+// resolution file gives it: the Gaussian width from U, V, W, the Lorentzian
+// HL = X tan theta + Y / cos theta, joined into FWHM and eta by Thompson, Cox &
+// Hastings (J. Appl. Cryst. 20 (1987) 79).
+struct LINE_SHAPE_TYPE {
+    double u = 0, v = 0, w = 0.01, z = 0;
+    double eta = 0.5, eta_x = 0;  // Eta0 and X of the fit
+    double lx = 0, ly = 0;        // X and Y of a resolution file
+    bool tch = false;
+};
+void Line_Width(const LINE_SHAPE_TYPE& shape, double tth_deg, double& fwhm, double& eta);
+
+// The calculated profile at the points x (2theta, rising): the sum of the peaks.
+void Calc_Profile(const std::vector<CALC_REFLECTION_TYPE>& refl, const double* x, int n, const LINE_SHAPE_TYPE& shape,
+                  std::vector<double>& y);
 
 // The least-squares scale of calc onto obs (the scale alone): sum(o c) / sum(c c).
 double Scale_To_Data(const std::vector<double>& obs, const std::vector<double>& calc);

@@ -66,6 +66,9 @@ bool Hkl_Check_Setup(const std::string& spgr, HKL_XSPACE space, float lambda, st
 
 // The position of s in an X space; false when it has none there (2theta beyond 180).
 bool Hkl_Position(HKL_XSPACE space, float s, float lambda, float dtt1, float dtt2, float& pos);
+// The 2theta at wavelength lambda of a position x in a constant-wavelength X
+// space (2theta, d, Q, s); false in TOF, or where sin(theta) would pass 1.
+bool Hkl_Two_Theta(HKL_XSPACE space, double x, double lambda, double& tth);
 
 // The three-section listing of reflection conditions.
 void Write_Reflection_Conditions(const SPACE_GROUP_TYPE& sg, std::ostream& unit);

@@ -7,6 +7,7 @@
 #include "app/batch/batch_verbs.h"
 #include "crystal/powder_calc.h"
 #include "crystal/structure.h"
+#include "prf/read_irf.h"
 #include "support/text_file.h"
 
 namespace zendrite {
@@ -22,7 +23,10 @@ int run_simulate(const std::vector<std::string>& args, std::ostream& out, std::o
     std::string file, block, out_file;
     hxl::POWDER_CALC_SETTINGS set;
     bool have_lambda = false, have_range = false, list = false;
-    double fwhm = 0.1, eta = 0.5, step = 0.01;
+    double fwhm = 0.1, step = 0.01;
+    hxl::LINE_SHAPE_TYPE shape;
+    bool uvw = false;
+    std::string irf_file;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
         auto need = [&](int n) {
@@ -52,7 +56,16 @@ int run_simulate(const std::vector<std::string>& args, std::ostream& out, std::o
         } else if (a == "--fwhm") {
             if (!need(1) || !number(args[++i], fwhm) || fwhm <= 0) return 2;
         } else if (a == "--eta") {
-            if (!need(1) || !number(args[++i], eta) || eta < 0 || eta > 1) return 2;
+            if (!need(1) || !number(args[++i], shape.eta) || shape.eta < 0 || shape.eta > 1) return 2;
+        } else if (a == "--uvw") {
+            if (!need(3) || !number(args[i + 1], shape.u) || !number(args[i + 2], shape.v) ||
+                !number(args[i + 3], shape.w))
+                return 2;
+            i += 3;
+            uvw = true;
+        } else if (a == "--irf") {
+            if (!need(1)) return 2;
+            irf_file = args[++i];
         } else if (a == "--step") {
             if (!need(1) || !number(args[++i], step) || step <= 0) return 2;
         } else if (file.empty()) {
@@ -66,8 +79,27 @@ int run_simulate(const std::vector<std::string>& args, std::ostream& out, std::o
         err << "zendrite-batch simulate: give FILE, --lambda, --range and --list or --out\n";
         return 2;
     }
-    std::vector<hxl::STRUCTURE_TYPE> structures;
     std::string message;
+    if (!irf_file.empty()) {
+        // The widths of a resolution file, as the constant-wavelength fit writes it.
+        hxl::IRF_TYPE irf;
+        bool status = false;
+        hxl::Read_Irf(irf_file, irf, status, message);
+        if (!status) {
+            err << message << "\n";
+            return 1;
+        }
+        if (!irf.has_uvwxy || irf.n_uvwxy < 3) {
+            err << "The IRF file " << irf_file << " gives no U, V, W\n";
+            return 1;
+        }
+        shape.u = irf.uvwxy[0], shape.v = irf.uvwxy[1], shape.w = irf.uvwxy[2];
+        shape.lx = irf.uvwxy[3], shape.ly = irf.uvwxy[4];
+        shape.tch = true;
+    } else if (!uvw) {
+        shape.u = shape.v = 0, shape.w = fwhm * fwhm;
+    }
+    std::vector<hxl::STRUCTURE_TYPE> structures;
     if (!hxl::Read_Structure_File(file, structures, message)) {
         err << message << "\n";
         return 1;
@@ -111,7 +143,7 @@ int run_simulate(const std::vector<std::string>& args, std::ostream& out, std::o
         }
         std::vector<double> x(static_cast<std::size_t>(n)), y;
         for (int i = 0; i < n; ++i) x[static_cast<std::size_t>(i)] = set.tth_min + i * step;
-        hxl::Calc_Profile(refl, x.data(), n, 0, 0, fwhm * fwhm, eta, y);
+        hxl::Calc_Profile(refl, x.data(), n, shape, y);
         std::string text = "! calculated from " + file + " block " + st->block + ", lambda " + std::to_string(set.lambda) +
                            (set.neutron ? ", neutrons" : ", X-rays") + "\n";
         char buf[64];
@@ -130,11 +162,13 @@ int run_simulate(const std::vector<std::string>& args, std::ostream& out, std::o
 const bool registered = Register_Batch_Verb(
     {"simulate",
      "simulate FILE [--block NAME] --lambda L --range A B [--neutron] [--list] [--out OUT.xy] [--fwhm F] [--eta E] "
-     "[--step S]",
+     "[--uvw U V W] [--irf FILE.irf] [--step S]",
      "      the powder pattern of a structure: with --list one line per distinct\n"
      "      position (2theta, intensity scaled to 100 for the strongest, h k l and\n"
      "      multiplicity); with --out the profile of pseudo-Voigt peaks (FWHM F\n"
-     "      degrees, default 0.1, Lorentzian fraction E, default 0.5) as x y",
+     "      degrees, default 0.1, Lorentzian fraction E, default 0.5) as x y;\n"
+     "      --uvw gives the widths by the Caglioti law, --irf the U V W X Y of a\n"
+     "      resolution file (the fit's _pf.irf) joined by Thompson-Cox-Hastings",
      run_simulate});
 
 }  // namespace

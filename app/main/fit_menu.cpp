@@ -33,6 +33,7 @@ struct FIT_STATE {
     hxl::PIK_JOB_TYPE job;
     std::string pik;  // the job file read by Load PIK/NEW file; empty: beside the data
     FIT_CHOICES choices;
+    bool fitted = false;  // job holds the values of a finished fit
 };
 FIT_STATE& state() {
     static FIT_STATE s;
@@ -178,6 +179,7 @@ void run_cwl() {
     Show_Message(hxl::Trim(result.info) + "\r" + line + (result.stopped ? std::string("\r") + hxl::kArcStoppedLine : ""));
     f.job = result.job;
     f.choices = choices;
+    f.fitted = true;
     store_result(result, choices.single_peaks);
     Plot_Again();
 }
@@ -239,6 +241,8 @@ void clear_all() {
 }  // namespace
 
 void Fit_Store_Curves(const hxl::ARC_FIT_RESULT_TYPE& r, bool single) { store_result(r, single); }
+
+const hxl::PIK_JOB_TYPE* Last_Profile_Fit() { return state().fitted ? &state().job : nullptr; }
 
 void Fit_Command(int item) {
     ZENDRITE_STORE& g = zendrite_param_global();

@@ -34,7 +34,8 @@ bool Hkl_Gen_Setup(std::string& text) {
     }
     const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
     hxl::HKL_XSPACE space = hxl::HKL_XSPACE::TWOTHETA;
-    if (!hxl::Hkl_XSpace_From_Name(p.scat_var, space, text)) return false;
+    // the space the profiles are shown in now, which a conversion changes; not the file's own
+    if (!hxl::Hkl_XSpace_From_Name(g.xspace, space, text)) return false;
     define();
     WDialogLoad(kHklSetupDialog);
     WDialogPutString(kGroup, s.spgr);

@@ -9,6 +9,7 @@
 
 namespace hxl {
 struct ARC_FIT_RESULT_TYPE;
+struct PIK_JOB_TYPE;
 }
 
 namespace zendrite {
@@ -111,6 +112,8 @@ void Fit_Command(int item);
 // The calculated curve and background of a fit on the first profile, and the
 // single peaks as profiles of their own.
 void Fit_Store_Curves(const hxl::ARC_FIT_RESULT_TYPE& r, bool single);
+// The job of the last constant-wavelength fit that finished (its final values), or none.
+const hxl::PIK_JOB_TYPE* Last_Profile_Fit();
 
 // peak_save_menu.cpp: the peak and background files, the indexing inputs
 void Peak_Save(int item);

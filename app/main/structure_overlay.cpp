@@ -5,12 +5,16 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <limits>
+#include <numbers>
 
 #include "app/main/menu_groups.h"
+#include "app/main/structure_settings.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
 #include "app/store/zendrite_param_global.h"
 #include "crystal/powder_calc.h"
+#include "crystal/reflections.h"
 #include "crystal/structure.h"
 #include "graphics/curve_draw.h"
 #include "graphics/plot.h"
@@ -21,15 +25,18 @@ namespace zendrite {
 
 namespace {
 
-constexpr int kPhaseDialog = 1986, kXrays = 10, kNeutrons = 11, kLambda = 12, kFwhm = 13, kEta = 14;
-
 struct PHASE_TYPE {
     std::string file;
     hxl::STRUCTURE_TYPE st;
     std::vector<hxl::CALC_REFLECTION_TYPE> refl;
     std::vector<hxl::POWDER_LINE_TYPE> lines;
-    std::vector<float> x, y;  // the scaled profile at the points of the pattern
+    double lambda = 0;
+    // The scaled profile at the points of the pattern, each point by its 2theta
+    // at `lambda`, so that it follows the profile into d, Q or s.
+    std::vector<double> tth;
+    std::vector<float> y;
     double scale = 0;
+    hxl::LINE_SHAPE_TYPE shape;
     int colour = 0;
 };
 
@@ -40,49 +47,6 @@ std::vector<PHASE_TYPE>& phases() {
 
 // Not red: the profiles are drawn in red.
 const int kColours[] = {WRGB(0, 0, 230), WRGB(0, 150, 0), WRGB(200, 0, 200), WRGB(230, 130, 0), WRGB(0, 150, 160)};
-
-void define() {
-    if (WDialogDefined(kPhaseDialog)) return;
-    const DIALOG_FIELD x = Radio(kXrays, "X-rays", kXrays), n = Radio(kNeutrons, "Neutrons", kXrays);
-    WDialogDefine({kPhaseDialog, "Calculated pattern of a structure", {},
-                   {x, n, Fld(kLambda, FIELD_KIND::Real, "Wavelength (A)"), Fld(kFwhm, FIELD_KIND::Real, "FWHM (deg)"),
-                    Fld(kEta, FIELD_KIND::Real, "Eta (Lorentzian fraction)")}});
-}
-
-// The settings, from the profile and the user; false when given up or refused.
-bool settings(const DIFFRACTION_PATTERN_TYPE& p, hxl::POWDER_CALC_SETTINGS& set, double& fwhm, double& eta) {
-    define();
-    WDialogLoad(kPhaseDialog);
-    WDialogPutRadioButton(hxl::Starts_With(hxl::Lower(p.diff_kind), "neutron") ? kNeutrons : kXrays);
-    WDialogPutReal(kLambda, p.lambda1 > 0 ? p.lambda1 : 1.5406f, "(f10.5)");
-    WDialogPutReal(kFwhm, 0.1, "(f10.4)");
-    WDialogPutReal(kEta, 0.5, "(f10.4)");
-    WDialogShow(-1, -1, 0, Modal);
-    if (WInfoDialog(4) != kIdOk) {
-        WDialogUnload();
-        return false;
-    }
-    int radio = 1;
-    double lambda = -1;
-    fwhm = -1;
-    eta = -1;
-    WDialogGetRadioButton(kXrays, radio);
-    WDialogGetReal(kLambda, lambda);
-    WDialogGetReal(kFwhm, fwhm);
-    WDialogGetReal(kEta, eta);
-    WDialogUnload();
-    set.neutron = radio == 2;
-    set.lambda = lambda;
-    if (!(lambda > 0 && lambda < 100)) {
-        Show_Message("Bad wavelength");
-        return false;
-    }
-    if (!(fwhm > 0 && fwhm < 45) || !(eta >= 0 && eta <= 1)) {
-        Show_Message("The FWHM must be positive and Eta between 0 and 1");
-        return false;
-    }
-    return true;
-}
 
 // The listing of a structure with its Wyckoff letters, and how the phase was fitted.
 std::string listing(const PHASE_TYPE& ph) {
@@ -102,27 +66,39 @@ std::string listing(const PHASE_TYPE& ph) {
     return t + buf;
 }
 
-bool in_two_theta(const DIFFRACTION_PATTERN_TYPE& p) {
-    const std::string xs = hxl::Lower(hxl::Trim(p.scat_var));
-    return xs == "2theta" || xs == "omega";
+// The X space of the profiles (as converted) when a calculated pattern can follow it; false in TOF and others.
+bool phase_space(hxl::HKL_XSPACE& space) {
+    std::string message;
+    return hxl::Hkl_XSpace_From_Name(zendrite_param_global().xspace, space, message) && space != hxl::HKL_XSPACE::TOF;
+}
+
+// A 2theta at lambda in the X space of the plot.
+bool place(hxl::HKL_XSPACE space, double tth, double lambda, float& x) {
+    const float s = static_cast<float>(std::sin(tth * std::numbers::pi / 360) / lambda);
+    return hxl::Hkl_Position(space, s, static_cast<float>(lambda), 0, 0, x);
 }
 
 void overlay() {
     const FRAME_LIMITS& f = Graphics_State().frame;
     if (!f.drawn || phases().empty()) return;
-    // Positions are in 2theta: over a profile converted to another X space they would lie.
     const int slot = First_Shown_Slot();
-    if (slot < 1 || !in_two_theta(zendrite_param_global().pattern[static_cast<std::size_t>(slot)])) {
-        WindowOutStatusBar(4, "Calculated patterns of structures are drawn over profiles in 2theta only");
+    hxl::HKL_XSPACE space = hxl::HKL_XSPACE::TWOTHETA;
+    if (slot < 1 || !phase_space(space)) {
+        WindowOutStatusBar(4, "Calculated patterns of structures are drawn over profiles in 2theta, d, Q or s");
         return;
     }
     const float h = f.ymax - f.ymin;
+    std::vector<float> x, y;
     for (const PHASE_TYPE& ph : phases()) {
         CURVE_LOOK look;
         look.line_type = 0;
         look.line_colour = ph.colour;
         look.line_width = 1;
-        if (!ph.x.empty()) Draw_Curve(ph.x.data(), ph.y.data(), static_cast<int>(ph.x.size()), f.log, look);
+        x.clear(), y.clear();
+        for (std::size_t i = 0; i < ph.tth.size(); ++i)
+            if (float at = 0; std::isfinite(ph.tth[i]) && place(space, ph.tth[i], ph.lambda, at))
+                x.push_back(at), y.push_back(ph.y[i]);
+        if (!x.empty()) Draw_Curve(x.data(), y.data(), static_cast<int>(x.size()), f.log, look);
     }
     // The ticks stand in a row for each phase under the curves, as high as the line is strong.
     WindowSelect(kRootWindow);
@@ -135,9 +111,10 @@ void overlay() {
         IGrColourN(ph.colour);
         const float base = f.ymin + (0.01f + 0.07f * static_cast<float>(k)) * h;
         for (const hxl::POWDER_LINE_TYPE& l : ph.lines) {
-            if (l.tth < f.xmin || l.tth > f.xmax) continue;
-            IGrMoveTo(static_cast<float>(l.tth), base);
-            IGrLineTo(static_cast<float>(l.tth), base + (0.01f + 0.05f * static_cast<float>(l.intensity) / 100) * h);
+            float at = 0;
+            if (!place(space, l.tth, ph.lambda, at) || at < f.xmin || at > f.xmax) continue;
+            IGrMoveTo(at, base);
+            IGrLineTo(at, base + (0.01f + 0.05f * static_cast<float>(l.intensity) / 100) * h);
         }
         ++k;
     }
@@ -153,8 +130,10 @@ void File_Open_Structure(int) {
         return;
     }
     const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(slot)];
-    if (!in_two_theta(p)) {
-        Show_Message("The calculated pattern is drawn over profiles in 2theta; this one is in " + hxl::Trim(p.scat_var));
+    hxl::HKL_XSPACE space = hxl::HKL_XSPACE::TWOTHETA;
+    if (!phase_space(space)) {
+        Show_Message("The calculated pattern is drawn over profiles in 2theta, d, Q or s; these are in " +
+                     hxl::Trim(g.xspace));
         return;
     }
     std::string file;
@@ -168,16 +147,37 @@ void File_Open_Structure(int) {
         Show_Message(message);
         return;
     }
-    hxl::POWDER_CALC_SETTINGS set;
-    double fwhm = 0.1, eta = 0.5;
-    if (!settings(p, set, fwhm, eta)) return;
+    PHASE_SETTINGS set;
+    if (!Structure_Phase_Settings(p, set)) return;
     const int n = std::min(p.npts, std::min(p.x.size(), p.y.size()));
     if (n < 2) {
         Show_Message("The shown profile has too few points");
         return;
     }
-    set.tth_min = std::max(0.01, static_cast<double>(p.x(1)) - 1);
-    set.tth_max = std::min(179.0, static_cast<double>(p.x(n)) + 1);
+    // The points by rising 2theta at the chosen wavelength (d runs the other way);
+    // points with none (d below lambda/2) take no part.
+    std::vector<double> tth(static_cast<std::size_t>(n));
+    std::vector<int> order;
+    for (int i = 0; i < n; ++i) {
+        double t = 0;
+        tth[static_cast<std::size_t>(i)] =
+            hxl::Hkl_Two_Theta(space, p.x(i + 1), set.calc.lambda, t) ? t : std::numeric_limits<double>::quiet_NaN();
+        if (std::isfinite(tth[static_cast<std::size_t>(i)])) order.push_back(i);
+    }
+    if (order.size() < 2) {
+        Show_Message("No point of the shown profile has a 2theta at this wavelength");
+        return;
+    }
+    std::sort(order.begin(), order.end(), [&tth](int a, int b) {
+        return tth[static_cast<std::size_t>(a)] < tth[static_cast<std::size_t>(b)];
+    });
+    std::vector<double> rising(order.size()), obs(order.size());
+    for (std::size_t k = 0; k < order.size(); ++k) {
+        rising[k] = tth[static_cast<std::size_t>(order[k])];
+        obs[k] = p.y(order[k] + 1);
+    }
+    set.calc.tth_min = std::max(0.01, rising.front() - 1);
+    set.calc.tth_max = std::min(179.0, rising.back() + 1);
     std::string shown;
     // Every structure of the file becomes a phase.
     std::vector<PHASE_TYPE> added;
@@ -186,21 +186,25 @@ void File_Open_Structure(int) {
         ph.file = file;
         ph.st = std::move(st);
         std::vector<std::string> notes;
-        if (!hxl::Calc_Powder_Reflections(ph.st, set, ph.refl, notes, message)) {
+        if (!hxl::Calc_Powder_Reflections(ph.st, set.calc, ph.refl, notes, message)) {
             Show_Message("Structure " + ph.st.block + ": " + message);
             return;
         }
         ph.lines = hxl::Powder_Lines(ph.refl);
-        std::vector<double> x(static_cast<std::size_t>(n)), obs(static_cast<std::size_t>(n)), calc;
-        for (int i = 1; i <= n; ++i) {
-            x[static_cast<std::size_t>(i - 1)] = p.x(i);
-            obs[static_cast<std::size_t>(i - 1)] = p.y(i);
-        }
-        hxl::Calc_Profile(ph.refl, x.data(), n, 0, 0, fwhm * fwhm, eta, calc);
+        std::vector<double> calc;
+        hxl::Calc_Profile(ph.refl, rising.data(), static_cast<int>(rising.size()), set.shape, calc);
         ph.scale = hxl::Scale_To_Data(obs, calc);
-        for (int i = 0; i < n; ++i) {
-            ph.x.push_back(static_cast<float>(x[static_cast<std::size_t>(i)]));
-            ph.y.push_back(static_cast<float>(ph.scale * calc[static_cast<std::size_t>(i)]));
+        ph.lambda = set.calc.lambda;
+        ph.shape = set.shape;
+        ph.tth.resize(order.size());
+        ph.y.resize(order.size());
+        // Kept in the order of the profile's points, so that the curve is drawn along them.
+        std::vector<std::size_t> back(order.size());
+        for (std::size_t k = 0; k < order.size(); ++k) back[k] = k;
+        std::sort(back.begin(), back.end(), [&order](std::size_t a, std::size_t b) { return order[a] < order[b]; });
+        for (std::size_t k = 0; k < back.size(); ++k) {
+            ph.tth[k] = rising[back[k]];
+            ph.y[k] = static_cast<float>(ph.scale * calc[back[k]]);
         }
         ph.colour = kColours[(phases().size() + added.size()) % std::size(kColours)];
         for (const std::string& note : notes) shown += note + "\r";
@@ -218,12 +222,15 @@ void Connect_Structure_Overlay() { Graphics_Hooks().structure_overlay = overlay;
 
 std::string Structure_Overlay_Dump() {
     std::string out;
-    char buf[160];
+    char buf[320];
     for (const PHASE_TYPE& ph : phases()) {
         double top = 0;
         for (float v : ph.y) top = std::max(top, static_cast<double>(v));
-        std::snprintf(buf, sizeof buf, "phase %s lines %zu scale %.6g calc_max %.6g\n", ph.st.block.c_str(),
-                      ph.lines.size(), ph.scale, top);
+        const hxl::LINE_SHAPE_TYPE& w = ph.shape;
+        std::snprintf(buf, sizeof buf,
+                      "phase %s lines %zu scale %.6g calc_max %.6g lambda %.6g widths %s %g %g %g %g %g %g %g %g\n",
+                      ph.st.block.c_str(), ph.lines.size(), ph.scale, top, ph.lambda, w.tch ? "tch" : "caglioti", w.u,
+                      w.v, w.w, w.z, w.eta, w.eta_x, w.lx, w.ly);
         out += buf;
     }
     return out;

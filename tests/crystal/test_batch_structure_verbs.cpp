@@ -1,6 +1,7 @@
 // zendrite-batch structure, simulate and msg, run as the program runs them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -71,6 +72,47 @@ TEST(BatchStructureVerbs, SimulateListsLinesAndWritesTheProfile) {
     // Ce4+ and O2- have their own form factors: nothing to note.
     ASSERT_EQ(Run_Batch({"simulate", kDir + "CeO2.cif", "--lambda", "1.54", "--range", "20", "60", "--list"}, out, err), 0);
     EXPECT_EQ(err.find("Note:"), std::string::npos) << err;
+}
+
+// Widths from a resolution file: Si 111 (28.44 deg at 1.5406 A) with U V W X Y = 0.01 -0.02 0.03
+// 0.001 0.05 has HG 0.15992 and HL 0.05183, so by Thompson-Cox-Hastings an FWHM of 0.18865 deg
+// (worked with the formula in Python); measured on the written profile at half height.
+TEST(BatchStructureVerbs, SimulateTakesTheWidthsOfAResolutionFile) {
+    std::string out, err;
+    const std::string xy = (std::filesystem::temp_directory_path() / "zd_sim_irf.xy").string();
+    const std::string irf = std::string(ZD_TEST_DATA) + "/prf/old_ireso1.irf";
+    ASSERT_EQ(Run_Batch({"simulate", kDir + "Si.cif", "--lambda", "1.5406", "--range", "27", "30", "--step", "0.0005",
+                         "--irf", irf, "--out", xy},
+                        out, err),
+              0)
+        << err;
+    std::ifstream in(xy);
+    std::string head;
+    std::getline(in, head);
+    std::vector<double> xs, ys;
+    for (double x = 0, y = 0; in >> x >> y;) xs.push_back(x), ys.push_back(y);
+    std::filesystem::remove(xy);
+    ASSERT_GT(xs.size(), 1000u);
+    const std::size_t top = static_cast<std::size_t>(std::max_element(ys.begin(), ys.end()) - ys.begin());
+    EXPECT_NEAR(xs[top], 28.442, 0.001);
+    const double half = ys[top] / 2;
+    std::size_t lo = top, hi = top;
+    while (lo > 0 && ys[lo] > half) --lo;
+    while (hi + 1 < ys.size() && ys[hi] > half) ++hi;
+    const double left = xs[lo] + (half - ys[lo]) / (ys[lo + 1] - ys[lo]) * (xs[lo + 1] - xs[lo]);
+    const double right = xs[hi - 1] + (half - ys[hi - 1]) / (ys[hi] - ys[hi - 1]) * (xs[hi] - xs[hi - 1]);
+    EXPECT_NEAR(right - left, 0.18865, 0.002);
+    // A resolution file without U V W, and one that is not there, are refused.
+    EXPECT_EQ(Run_Batch({"simulate", kDir + "Si.cif", "--lambda", "1.5406", "--range", "27", "30", "--irf",
+                         std::string(ZD_TEST_DATA) + "/prf/tof_keywords.irf", "--out", xy},
+                        out, err),
+              1);
+    EXPECT_NE(err.find("gives no U, V, W"), std::string::npos) << err;
+    EXPECT_EQ(Run_Batch({"simulate", kDir + "Si.cif", "--lambda", "1.5406", "--range", "27", "30", "--irf",
+                         "/nonexistent/x.irf", "--out", xy},
+                        out, err),
+              1);
+    EXPECT_FALSE(std::filesystem::exists(xy));
 }
 
 TEST(BatchStructureVerbs, MsgListsAMagneticGroup) {

@@ -6,9 +6,11 @@
 #include <cmath>
 #include <fstream>
 #include <map>
+#include <numbers>
 #include <sstream>
 
 #include "crystal/powder_calc.h"
+#include "crystal/reflections.h"
 #include "crystal/scattering.h"
 #include "crystal/structure.h"
 
@@ -143,6 +145,44 @@ TEST(PowderCalc, ProfileShapesAndScale) {
     const std::vector<double> c = {1, 4, 2, 0.5}, o = {3, 12, 6, 1.5};
     EXPECT_NEAR(hxl::Scale_To_Data(o, c), 3.0, 1e-12);
     EXPECT_EQ(hxl::Scale_To_Data(o, {0, 0, 0, 0}), 0);
+}
+
+// The width laws worked by hand: the fit's at 90 degrees, where tan 45 = 1; the resolution
+// file's with HG = HL = 0.1, so H = 0.1 (1 + 2.69269 + 2.42843 + 4.47163 + 0.07842 + 1)^(1/5).
+TEST(PowderCalc, WidthLawsAndTheTwoThetaOfEachXSpace) {
+    hxl::LINE_SHAPE_TYPE fit;
+    fit.u = 0.004, fit.v = -0.002, fit.w = 0.003, fit.z = 0.01, fit.eta = 0.3, fit.eta_x = 0.002;
+    double fwhm = 0, eta = 0;
+    hxl::Line_Width(fit, 90, fwhm, eta);
+    EXPECT_NEAR(fwhm, std::sqrt(0.005) + 0.01 / std::cos(std::numbers::pi / 4), 1e-12);
+    EXPECT_NEAR(eta, 0.48, 1e-12);
+    fit.eta_x = 0.02;  // eta is held to [0, 1]
+    hxl::Line_Width(fit, 90, fwhm, eta);
+    EXPECT_EQ(eta, 1.0);
+    hxl::LINE_SHAPE_TYPE tch;
+    tch.tch = true;
+    tch.u = tch.v = 0, tch.w = 0.01, tch.lx = 0, tch.ly = 0.1 * std::cos(std::numbers::pi / 6);
+    hxl::Line_Width(tch, 60, fwhm, eta);
+    EXPECT_NEAR(fwhm, 0.163464285, 1e-8);
+    EXPECT_NEAR(eta, 0.682539192, 1e-8);
+    tch.ly = 0;  // no Lorentzian: the Gaussian alone
+    hxl::Line_Width(tch, 60, fwhm, eta);
+    EXPECT_NEAR(fwhm, 0.1, 1e-12);
+    EXPECT_EQ(eta, 0.0);
+    // 2theta 60 at 1.5406 A is d 1.5406, Q 4.078401, s (1/d) 0.649098.
+    double tth = 0;
+    const std::pair<hxl::HKL_XSPACE, double> at60[] = {{hxl::HKL_XSPACE::TWOTHETA, 60},
+                                                       {hxl::HKL_XSPACE::D, 1.5406},
+                                                       {hxl::HKL_XSPACE::Q, 4.078401471621},
+                                                       {hxl::HKL_XSPACE::S, 0.649097754122}};
+    for (const auto& [space, x] : at60) {
+        ASSERT_TRUE(hxl::Hkl_Two_Theta(space, x, 1.5406, tth));
+        EXPECT_NEAR(tth, 60, 1e-9);
+    }
+    EXPECT_FALSE(hxl::Hkl_Two_Theta(hxl::HKL_XSPACE::D, 0.7, 1.5406, tth));  // below lambda / 2
+    EXPECT_FALSE(hxl::Hkl_Two_Theta(hxl::HKL_XSPACE::D, 0, 1.5406, tth));
+    EXPECT_FALSE(hxl::Hkl_Two_Theta(hxl::HKL_XSPACE::TOF, 5000, 1.5406, tth));
+    EXPECT_FALSE(hxl::Hkl_Two_Theta(hxl::HKL_XSPACE::TWOTHETA, 180, 1.5406, tth));
 }
 
 TEST(PowderCalc, BadSettingsAreRefused) {

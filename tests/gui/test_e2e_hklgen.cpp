@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -121,6 +122,23 @@ TEST_F(HklGen, WrongEdgeMovedToCeriaTicksAtTheReflections) {
     // Stop removes them; Close leaves the calculation mode
     EXPECT_TRUE(columns(QImage(QString::fromStdString(at("stop.png"))), qRgb(0, 150, 0), 0, img.height()).empty());
     EXPECT_EQ(value(file("d.txt"), "calc_mode"), "0");
+}
+
+// After a conversion to d the ticks are d-spacings: 111 of a = 5.411 at 5.411 / sqrt 3 = 3.12404.
+TEST_F(HklGen, TicksFollowAProfileConvertedToD) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    const std::string s = "files " + at("ceo2.xy") + "\nmenu 40014\n" +
+                          "dialog \"Change wavelength\" set 11 0.4066\ndialog \"Change wavelength\" press 12\n"
+                          "dialog \"Change wavelength\" press 1\nmenu 40017\n" +
+                          "dialog 155 set 1551 F m -3 m\ndialog 155 press 1\nmenu 40154\n" +
+                          "dialog 156 set 1611 5.411\nbutton 156 1611\nhklgen " + at("h.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    const std::vector<double> pos = positions(file("h.txt"));
+    ASSERT_FALSE(pos.empty()) << file("h.txt");
+    EXPECT_NEAR(*std::max_element(pos.begin(), pos.end()), 5.411 / std::sqrt(3.0), 1e-4);
+    EXPECT_GT(*std::min_element(pos.begin(), pos.end()), 0.5);  // d, not 2theta: the window ends near d 0.765
 }
 
 TEST_F(HklGen, BadInputGivesItsTextAndKeepsTheTicks) {

@@ -55,6 +55,43 @@ TEST_F(StructureOverlay, CalculatedPatternIsScaledToTheData) {
     EXPECT_GT(fs::file_size(home / "overlay.png"), 10000u);
 }
 
+// The calculated pattern follows the profile into d and Q: the same points, so the same scale;
+// the widths can come from a resolution file; a TOF profile is refused.
+TEST_F(StructureOverlay, FollowsTheXSpaceAndTakesTheWidthsOfAResolutionFile) {
+    fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
+    const std::string wave = "dialog \"Change wavelength\" set 11 0.4066\ndialog \"Change wavelength\" press 12\n"
+                             "dialog \"Change wavelength\" press 1\n";
+    const std::string irf = "files " + kStruct + "CeO2.cif\ndialog 1986 set 12 0.4066\ndialog 1986 press 26\nfiles " +
+                            std::string(ZD_TEST_DATA) + "/prf/old_ireso1.irf\ndialog 1986 press 1\nmenu 40231\n";
+    const std::string s = "files " + at("ceo2.xy") + "\nmenu 40014\n" + phase_lines("CeO2.cif", "0.4066") + "phases " +
+                          at("t.txt") + "\n" + wave + "menu 40017\nphases " + at("d.txt") + "\ndump " + at("dd.txt") +
+                          "\nmenu 40019\nfiles " + at("ceo2.xy") + "\nmenu 40014\n" + wave + "menu 40089\n" +
+                          phase_lines("CeO2.cif", "0.4066") + "phases " + at("q.txt") + "\npicture 0 " + at("q.png") +
+                          "\nmenu 40019\nfiles " + at("ceo2.xy") + "\nmenu 40014\n" + irf + "phases " + at("irf.txt") +
+                          "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    auto scale = [this](const std::string& name) {
+        std::istringstream in(file(name));
+        std::string w;
+        double v = 0;
+        while (in >> w)
+            if (w == "scale") in >> v;
+        return v;
+    };
+    ASSERT_GT(scale("t.txt"), 0);
+    EXPECT_EQ(file("d.txt"), file("t.txt"));  // converted after: the phase is kept and redrawn in d
+    EXPECT_NE(file("dd.txt").find("xspace d-space"), std::string::npos);
+    // Opened over the profile in Q, the points are the same: the scale within the float rounding of the conversion.
+    EXPECT_NEAR(scale("q.txt"), scale("t.txt"), 1e-4 * scale("t.txt"));
+    EXPECT_NE(file("q.txt").find("lines 19 "), std::string::npos) << file("q.txt");
+    EXPECT_GT(fs::file_size(home / "q.png"), 10000u);
+    // The U V W X Y of the resolution file, joined by Thompson-Cox-Hastings.
+    EXPECT_NE(file("irf.txt").find("widths tch 0.01 -0.02 0.03 0 0.5 0 0.001 0.05\n"), std::string::npos)
+        << file("irf.txt");
+}
+
 TEST_F(StructureOverlay, RefusalsLeaveThePlotAsItWas) {
     fs::copy_file(std::string(ZD_TEST_DATA) + "/patterns/CeO2_Pilatus1M.xy", home / "ceo2.xy");
     std::ofstream(home / "bad.cif") << "data_bad\n_cell_length_a 5\n";
