@@ -43,39 +43,51 @@ bool First_Row_In_Front(const VIEW_3D_TYPE& view) { return std::cos(view.rotatio
 
 void HORIZON_TYPE::Reset(int width) { top.assign(static_cast<std::size_t>(std::max(width, 0)), kNone); }
 
+void Column_Line(const float* up, const float* wp, std::size_t n, int width, float* atp, int& c0, int& c1) {
+    std::fill(atp, atp + width, kNone);
+    c0 = width, c1 = -1;
+    if (width == 0 || n == 0) return;
+    // a line far beyond the picture must not overflow the column numbers
+    const float limit = 2.0f * static_cast<float>(width) + 2;
+    // floor of x >= -2 without the library's rounding (this loop sees every point of every row)
+    auto fl = [](float x) { return static_cast<int>(x + 2.0f) - 2; };
+    for (std::size_t i = 0; i + 1 < n || (n == 1 && i == 0); ++i) {
+        const float ua = up[i], wa = wp[i], ub = n == 1 ? ua : up[i + 1], wb = n == 1 ? wa : wp[i + 1];
+        if (!(std::isfinite(ua) && std::isfinite(ub) && std::isfinite(wa) && std::isfinite(wb))) continue;
+        const float lo = std::min(ua, ub), hi = std::max(ua, ub);
+        if (hi < -1 || lo > limit) continue;
+        const float lo_in = std::max(lo, -1.0f), hi_in = std::min(hi, limit);
+        // the column centres c + 0.5 within [lo, hi]
+        const int k0 = fl(lo_in - 0.5f) + (lo_in - 0.5f == static_cast<float>(fl(lo_in - 0.5f)) ? 0 : 1);
+        const int k1 = fl(hi_in - 0.5f);
+        if (k1 < k0) {  // a piece narrower than a column: its highest end stands for it
+            const int c = fl(lo_in);
+            if (c >= 0 && c < width) {
+                atp[c] = std::max(atp[c], std::max(wa, wb));
+                c0 = std::min(c0, c), c1 = std::max(c1, c);
+            }
+            continue;
+        }
+        const double slope = (static_cast<double>(wb) - wa) / (static_cast<double>(ub) - ua);  // hi > lo here
+        const int ka = std::max(k0, 0), kb = std::min(k1, width - 1);
+        for (int k = ka; k <= kb; ++k) atp[k] = std::max(atp[k], static_cast<float>(wa + (k + 0.5 - ua) * slope));
+        if (ka <= kb) c0 = std::min(c0, ka), c1 = std::max(c1, kb);
+    }
+}
+
 int Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HORIZON_TYPE& horizon, POLYLINES_TYPE& out) {
     const int width = static_cast<int>(horizon.top.size());
     const std::size_t n = std::min(u.size(), w.size());
     if (width == 0 || n == 0) return 0;
+    horizon.line.resize(static_cast<std::size_t>(width));
+    int c0 = 0, c1 = -1;
+    Column_Line(u.data(), w.data(), n, width, horizon.line.data(), c0, c1);
+    return Visible_Line(horizon.line.data(), c0, c1, horizon, out);
+}
+
+int Visible_Line(const float* atp, int c0, int c1, HORIZON_TYPE& horizon, POLYLINES_TYPE& out) {
     const std::size_t first_piece = out.start.size();
-    // the line at the centre of each column it crosses; where it folds back, its highest point
-    std::vector<float>& at = horizon.line;
-    at.assign(static_cast<std::size_t>(width), kNone);
-    int c0 = width, c1 = -1;
-    // every value put is finite: the ends were checked, and t lies within [0, 1]
-    auto put = [&](int c, double v) {
-        if (c < 0 || c >= width) return;
-        float& a = at[static_cast<std::size_t>(c)];
-        a = std::max(a, static_cast<float>(v));
-        c0 = std::min(c0, c);
-        c1 = std::max(c1, c);
-    };
-    // a line far beyond the picture must not overflow the column numbers
-    const double limit = 2.0 * width + 2;
-    for (std::size_t i = 0; i + 1 < n || (n == 1 && i == 0); ++i) {
-        const double ua = u[i], wa = w[i], ub = n == 1 ? ua : u[i + 1], wb = n == 1 ? wa : w[i + 1];
-        if (!std::isfinite(ua) || !std::isfinite(ub) || !std::isfinite(wa) || !std::isfinite(wb)) continue;
-        const double lo = std::min(ua, ub), hi = std::max(ua, ub);
-        if (hi < -1 || lo > limit) continue;
-        const double lo_in = std::max(lo, -1.0), hi_in = std::min(hi, limit);
-        const int k0 = static_cast<int>(std::ceil(lo_in - 0.5)), k1 = static_cast<int>(std::floor(hi_in - 0.5));
-        if (k1 < k0) {  // a piece narrower than a column: its highest end stands for it
-            put(static_cast<int>(std::floor(lo_in)), std::max(wa, wb));
-            continue;
-        }
-        const double slope = (wb - wa) / (ub - ua);  // hi > lo here
-        for (int k = std::max(k0, 0); k <= std::min(k1, width - 1); ++k) put(k, wa + (k + 0.5 - ua) * slope);
-    }
+    float* top = horizon.top.data();
     auto push = [&](float pu, float pw) { out.u.push_back(pu), out.w.push_back(pw); };
     // a piece of one point is dropped when the next one opens or at the end
     auto close = [&] {
@@ -91,8 +103,8 @@ int Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HOR
     };
     // where the line from column c to c+1 meets the horizon between them
     auto crossing = [&](int c, float& cu, float& cw) {
-        const double a = at[static_cast<std::size_t>(c)], b = at[static_cast<std::size_t>(c + 1)];
-        const double ha = horizon.top[static_cast<std::size_t>(c)], hb = horizon.top[static_cast<std::size_t>(c + 1)];
+        const double a = atp[c], b = atp[c + 1];
+        const double ha = top[c], hb = top[c + 1];
         double t = 0.5;
         if (std::isfinite(ha) && std::isfinite(hb) && (a - ha) - (b - hb) != 0) t = (a - ha) / ((a - ha) - (b - hb));
         t = std::clamp(t, 0.0, 1.0);
@@ -101,9 +113,9 @@ int Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HOR
     };
     bool visible_before = false;
     for (int c = c0; c <= c1; ++c) {
-        const float v = at[static_cast<std::size_t>(c)];
-        const bool visible = v != kNone && v > horizon.top[static_cast<std::size_t>(c)];
-        const bool joined = c > c0 && at[static_cast<std::size_t>(c - 1)] != kNone && v != kNone;
+        const float v = atp[c];
+        const bool visible = v != kNone && v > top[c];
+        const bool joined = c > c0 && atp[c - 1] != kNone && v != kNone;
         if (visible && !visible_before) {
             open();
             if (joined) {
@@ -120,7 +132,7 @@ int Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HOR
         visible_before = visible;
     }
     for (int c = c0; c <= c1; ++c)
-        horizon.top[static_cast<std::size_t>(c)] = std::max(horizon.top[static_cast<std::size_t>(c)], at[static_cast<std::size_t>(c)]);
+        top[c] = std::max(top[c], atp[c]);
     close();
     return static_cast<int>(out.start.size() - first_piece);
 }

@@ -60,6 +60,14 @@ struct POLYLINES_TYPE {
 // A part of one point is not kept. Returns the number of parts added.
 int Visible_Pieces(const std::vector<float>& u, const std::vector<float>& w, HORIZON_TYPE& horizon, POLYLINES_TYPE& out);
 
+// The two stages of Visible_Pieces, so that the first, which needs no horizon, can run for
+// many rows at once. Column_Line: the line at the centre of each of `width` columns it
+// crosses (where it folds back, its highest point; -inf where it is not), and the first and
+// last column it reaches (c0 > c1 when none). Visible_Line: the parts of such a line above
+// the horizon, added to `out`, and the horizon raised under it.
+void Column_Line(const float* u, const float* w, std::size_t n, int width, float* at, int& c0, int& c1);
+int Visible_Line(const float* at, int c0, int c1, HORIZON_TYPE& horizon, POLYLINES_TYPE& out);
+
 // A shaded surface of heights (rows x cols, row-major, 0..1, NaN empty) with colours
 // per cell (0xRRGGBB), rendered with a depth buffer into width x height pixels (first row
 // the top); pixels the surface does not cover hold `background`. The box is fitted to the

@@ -2,7 +2,10 @@
 // what lies under it; and the box axes that the 3D views share.
 #include <algorithm>
 #include <cmath>
+#include <system_error>
+#include <thread>
 #include <utility>
+#include <vector>
 
 #include "app/present.h"
 #include "graphics/multi_parts.h"
@@ -99,29 +102,55 @@ void Draw_Stack(int width, int height, const MULTI_ROWS_TYPE& rows) {
     IPgStartGraph(PgXY, 1, 0);
     hxl::HORIZON_TYPE horizon;
     horizon.Reset(f.px_width);
-    std::vector<float> u(static_cast<std::size_t>(map.ncols)), w(static_cast<std::size_t>(map.ncols));
     hxl::POLYLINES_TYPE lines;
     std::vector<int> colours;
     const bool front_first = hxl::First_Row_In_Front(view);
     const hxl::PROJECTOR_TYPE project(view);
-    const int nr = map.nrows;
-    for (int k = 0; k < nr && any; ++k) {
-        const int row = front_first ? k + 1 : nr - k;
-        const double d = nr > 1 ? (row - 1) / double(nr - 1) : 0;
-        // the projection is linear in X and in the height: a row is two steps and a scale
-        const hxl::PROJECTED_TYPE p0 = project(0.5 / map.ncols, d, 0), p1 = project(1.5 / map.ncols, d, 0),
-                                  ph = project(0.5 / map.ncols, d, 1);
-        const double u0 = (p0.u - umin) * su, du = (p1.u - p0.u) * su, w0 = (p0.w - wmin) * sw,
-                     dw = (p1.w - p0.w) * sw, hw = (ph.w - p0.w) * sw / zr;
-        const float* zrow = &map.z[static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(map.ncols)];
-        for (int c = 0; c < map.ncols; ++c) {
-            const float z = zrow[c];
-            u[static_cast<std::size_t>(c)] = static_cast<float>(u0 + c * du);
-            w[static_cast<std::size_t>(c)] = std::isfinite(z) ? static_cast<float>(w0 + c * dw + (z - zmin) * hw) : NAN;
+    const int nr = map.nrows, px = f.px_width;
+    const std::size_t ncols = static_cast<std::size_t>(std::max(map.ncols, 0));
+    // Rows in chunks: the columns of each row need no horizon and are found on two threads,
+    // then the rows meet the horizon one after another, front to back.
+    constexpr int kChunk = 256;
+    std::vector<float> at(static_cast<std::size_t>(kChunk) * static_cast<std::size_t>(std::max(px, 0)));
+    std::vector<int> c0(kChunk), c1(kChunk);
+    auto row_of = [&](int k) { return front_first ? k + 1 : nr - k; };
+    auto columns = [&](int k0, int k1) {
+        std::vector<float> u(ncols), w(ncols);
+        for (int k = k0; k < k1; ++k) {
+            const int row = row_of(k);
+            const double d = nr > 1 ? (row - 1) / double(nr - 1) : 0;
+            // the projection is linear in X and in the height: a row is two steps and a scale
+            const hxl::PROJECTED_TYPE p0 = project(0.5 / map.ncols, d, 0), p1 = project(1.5 / map.ncols, d, 0),
+                                      ph = project(0.5 / map.ncols, d, 1);
+            const double u0 = (p0.u - umin) * su, du = (p1.u - p0.u) * su, w0 = (p0.w - wmin) * sw,
+                         dw = (p1.w - p0.w) * sw, hw = (ph.w - p0.w) * sw / zr;
+            const float* zrow = &map.z[static_cast<std::size_t>(row - 1) * ncols];
+            for (std::size_t c = 0; c < ncols; ++c) {
+                const float z = zrow[c];
+                u[c] = static_cast<float>(u0 + static_cast<double>(c) * du);
+                w[c] = std::isfinite(z) ? static_cast<float>(w0 + static_cast<double>(c) * dw + (z - zmin) * hw) : NAN;
+            }
+            const std::size_t slot = static_cast<std::size_t>(k % kChunk);
+            hxl::Column_Line(u.data(), w.data(), ncols, px, &at[slot * static_cast<std::size_t>(px)], c0[slot],
+                             c1[slot]);
         }
-        const int added = hxl::Visible_Pieces(u, w, horizon, lines);
-        // the rows run along the scale from dark blue to green, so that neighbours can be told apart
-        if (added > 0) colours.insert(colours.end(), static_cast<std::size_t>(added), wrgb(hxl::Scale_Colour(hxl::kScaleViridis, 0.05 + 0.7 * d)));
+    };
+    for (int first = 0; first < nr && any && px > 0; first += kChunk) {
+        const int last = std::min(nr, first + kChunk), half = (first + last) / 2;
+        try {
+            std::thread other(columns, half, last);
+            columns(first, half);
+            other.join();
+        } catch (const std::system_error&) {  // no second thread to be had: all on this one
+            columns(first, last);
+        }
+        for (int k = first; k < last; ++k) {
+            const std::size_t slot = static_cast<std::size_t>(k % kChunk);
+            const int added = hxl::Visible_Line(&at[slot * static_cast<std::size_t>(px)], c0[slot], c1[slot], horizon, lines);
+            const double d = nr > 1 ? (row_of(k) - 1) / double(nr - 1) : 0;
+            // the rows run along the scale from dark blue to green, so that neighbours can be told apart
+            if (added > 0) colours.insert(colours.end(), static_cast<std::size_t>(added), wrgb(hxl::Scale_Colour(hxl::kScaleViridis, 0.05 + 0.7 * d)));
+        }
     }
     IPgStyle(1, PgNoFill, 1, 0, 0, 1);
     IPgPolylines(lines.u, lines.w, lines.start, colours);

@@ -44,8 +44,8 @@ void BM_Surface_2000x5000(benchmark::State& s) { run(s, MULTI_VIEW::Surface); }
 
 }  // namespace
 
-BENCHMARK(BM_Contour_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(BM_Contour_Log_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(BM_Stack_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(BM_Surface_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_Contour_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(BM_Contour_Log_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(BM_Stack_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(BM_Surface_2000x5000)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK_MAIN();
