@@ -173,19 +173,22 @@ void triangle(const VERTEX& a, const VERTEX& b, const VERTEX& c, unsigned rgb, i
     const int x1 = std::min(width - 1, static_cast<int>(std::ceil(std::max({a.x, b.x, c.x}))));
     const int y0 = std::max(0, static_cast<int>(std::floor(std::min({a.y, b.y, c.y}))));
     const int y1 = std::min(height - 1, static_cast<int>(std::ceil(std::max({a.y, b.y, c.y}))));
+    // the barycentric weights are linear in x: each row starts them once and steps them
+    const double inv = 1 / area;
+    const double d0 = -(c.y - b.y) * inv, d1 = -(a.y - c.y) * inv;
     for (int py = y0; py <= y1; ++py) {
-        const double y = py + 0.5;
-        for (int px = x0; px <= x1; ++px) {
-            const double x = px + 0.5;
-            const double l0 = ((b.x - x) * (c.y - y) - (b.y - y) * (c.x - x)) / area;
-            const double l1 = ((c.x - x) * (a.y - y) - (c.y - y) * (a.x - x)) / area;
+        const double y = py + 0.5, x = x0 + 0.5;
+        double l0 = ((b.x - x) * (c.y - y) - (b.y - y) * (c.x - x)) * inv;
+        double l1 = ((c.x - x) * (a.y - y) - (c.y - y) * (a.x - x)) * inv;
+        float* zrow = zbuf.data() + static_cast<std::size_t>(py) * static_cast<std::size_t>(width);
+        unsigned* prow = picture.data() + static_cast<std::size_t>(py) * static_cast<std::size_t>(width);
+        for (int px = x0; px <= x1; ++px, l0 += d0, l1 += d1) {
             const double l2 = 1 - l0 - l1;
             if (l0 < -1e-9 || l1 < -1e-9 || l2 < -1e-9) continue;
             const float z = static_cast<float>(l0 * a.z + l1 * b.z + l2 * c.z);
-            const std::size_t i = static_cast<std::size_t>(py) * width + px;
-            if (z >= zbuf[i]) continue;
-            zbuf[i] = z;
-            picture[i] = rgb;
+            if (z >= zrow[px]) continue;
+            zrow[px] = z;
+            prow[px] = rgb;
         }
     }
 }
