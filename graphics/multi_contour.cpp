@@ -129,12 +129,12 @@ void Draw_Contour(bool log, int width, int height, const MULTI_ROWS_TYPE& rows) 
     IGrColourN(s.x_scale.colour);
     WGrTextFont(1, 0, 0.012f, 0.024f);
     IPgXScale("TN");
-    y_ticks(f, y1, y2, !rows.by_temperature);
+    y_ticks(f, y1, y2, !rows.by_temperature && !rows.by_time);
     IGrColourN(s.x_scale.colour);
     IPgBorder();
     const float pw = static_cast<float>(s.page_width), ph = static_cast<float>(s.page_height);
     Multi_Text(0.5f * (f.left + f.right), f.bottom - 0.09f * ph, Multi_X_Legend(rows.slots.front()), 0, 13);
-    Multi_Text(f.left - 0.075f * pw, 0.5f * (f.bottom + f.top), rows.by_temperature ? "Sample temperature" : "Pattern number", 0,
+    Multi_Text(f.left - 0.075f * pw, 0.5f * (f.bottom + f.top), Row_Axis_Name(rows), 0,
                13, 90);
     std::string title = "Contour map of " + std::to_string(rows.slots.size()) + " patterns";
     if (log) title += " (log scale)";
@@ -149,6 +149,8 @@ void Draw_Contour(bool log, int width, int height, const MULTI_ROWS_TYPE& rows) 
     st.row_low = low;
     st.row_high = high;
     st.by_temperature = rows.by_temperature;
+    st.by_time = rows.by_time;
+    st.row_time = rows.by_time ? rows.values : std::vector<double>{};
 }
 
 float Contour_Value(int row_index, double x) {

@@ -59,6 +59,9 @@ void read_out(float px, float py) {
     std::string pattern = "Pattern: " + std::to_string(slot) + " " + hxl::Trim(g.info[static_cast<std::size_t>(slot)].prf_name);
     const float t = g.pattern[static_cast<std::size_t>(slot)].tsamp;
     if (t != 0 && std::isfinite(t)) pattern += " T= " + fixed(t, "%10.2f");
+    // the time on the Y axis: from the earliest start of the rows
+    if (st.by_time && static_cast<std::size_t>(row) <= st.row_time.size())
+        pattern += " t= " + hxl::Trim(fixed(st.row_time[static_cast<std::size_t>(row - 1)], "%12.2f")) + " min";
     WindowOutStatusBar(3, pattern);
 }
 

@@ -13,13 +13,17 @@ namespace zendrite {
 struct MULTI_ROWS_TYPE {
     std::vector<int> slots;                  // shown profiles in slot order
     std::vector<hxl::MAP_ROW_TYPE> rows;
-    std::vector<double> values;              // slot numbers, or sample temperatures
+    std::vector<double> values;              // slot numbers, sample temperatures or minutes from the first start
     bool by_temperature = false;
+    bool by_time = false;
     double xlo = 0, xhi = 1;                 // X of all the rows together
 };
 // The shown profiles as rows; the Y axis is the temperature when every one has one and
-// they rise or fall strictly, else the slot number.
+// they rise or fall strictly, else the time from the first start when every one has an
+// acquisition time and they rise strictly, else the slot number.
 MULTI_ROWS_TYPE Shown_Rows();
+// The name of that axis: "Sample temperature", "Time (min)" or "Pattern number".
+const char* Row_Axis_Name(const MULTI_ROWS_TYPE& rows);
 
 // The frame of the views: the zone of the plot settings, in page units and in pixels of
 // a target of width x height.

@@ -111,8 +111,8 @@ MULTI_ROWS_TYPE Shown_Rows() {
     const ZENDRITE_STORE& g = zendrite_param_global();
     MULTI_ROWS_TYPE r;
     const int n = std::clamp(g.nperfiles, 0, kMaxProfiles);
-    std::vector<double> temps;
-    bool all_temps = true;
+    std::vector<double> temps, times;
+    bool all_temps = true, all_times = true;
     for (int k = 1; k <= n; ++k) {
         if (!shown(k)) continue;
         const DIFFRACTION_PATTERN_TYPE& p = g.pattern[static_cast<std::size_t>(k)];
@@ -125,11 +125,17 @@ MULTI_ROWS_TYPE Shown_Rows() {
         r.values.push_back(k);
         temps.push_back(p.tsamp);
         all_temps = all_temps && p.tsamp != 0 && std::isfinite(p.tsamp);
+        times.push_back(p.acq_time);
+        all_times = all_times && std::isfinite(p.acq_time);
     }
     std::vector<double> low, high;
     if (all_temps && temps.size() >= 2 && hxl::Row_Bands(temps, low, high)) {
         r.values = temps;
         r.by_temperature = true;
+    } else if (all_times && times.size() >= 2) {
+        const double first = *std::min_element(times.begin(), times.end());
+        for (double& t : times) t = (t - first) / 60;
+        if (hxl::Row_Bands(times, low, high)) r.values = times, r.by_time = true;
     }
     MAP_CACHE& c = map_cache();
     if (!same_rows(c, r.slots, r.rows)) {
@@ -140,6 +146,10 @@ MULTI_ROWS_TYPE Shown_Rows() {
     if (c.rows_ok) r.xlo = c.rows_xlo, r.xhi = c.rows_xhi;
     else r.xlo = 0, r.xhi = 1;
     return r;
+}
+
+const char* Row_Axis_Name(const MULTI_ROWS_TYPE& rows) {
+    return rows.by_temperature ? "Sample temperature" : rows.by_time ? "Time (min)" : "Pattern number";
 }
 
 MULTI_FRAME_TYPE Multi_Frame(int width, int height) {

@@ -66,14 +66,14 @@ void Draw_Box_Axes(const hxl::VIEW_3D_TYPE& view, const MULTI_FRAME_TYPE& f, dou
     page(0.5, front, 0, px, py);
     Multi_Text(px, py - 62, Multi_X_Legend(rows.slots.front()), 0, 12);
     // the first and last row values at the ends of the side edge
-    const double vstep = rows.by_temperature ? 0.01 : 1;
+    const double vstep = rows.by_temperature || rows.by_time ? 0.01 : 1;
     const float gap = side == 0 ? -10.0f : 10.0f;
     page(side, 0, 0, px, py);
     Multi_Text(px + gap, py - 6, Tick_Text(rows.values.front(), vstep), out, 11);
     page(side, 1, 0, px, py);
     Multi_Text(px + gap, py - 6, Tick_Text(rows.values.back(), vstep), out, 11);
     page(side, 0.5, 0, px, py);
-    Multi_Text(px + 1.4f * gap, py - 6, rows.by_temperature ? "Sample temperature" : "Pattern number", out, 12);
+    Multi_Text(px + 1.4f * gap, py - 6, Row_Axis_Name(rows), out, 12);
     const double zstep = std::max(std::fabs(zhi - zlo) / 1000, 1e-6);
     page(other, back, 1, px, py);
     Multi_Text(px - gap, py - 6, Tick_Text(zhi, zstep), -out, 11);

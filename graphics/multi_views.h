@@ -38,6 +38,8 @@ struct MULTI_VIEW_STATE {
     std::vector<int> slots;
     std::vector<double> row_low, row_high;
     bool by_temperature = false;
+    bool by_time = false;
+    std::vector<double> row_time;  // minutes of each row from the earliest start, with by_time
     // The show flags before a click showed one profile alone; restored when a many-pattern
     // view or Graph 2D is chosen while that profile is still the only one shown.
     std::vector<bool> shown_before;

@@ -1,5 +1,6 @@
 #pragma once
 // The one record in which every pattern lives, whatever file or run it came from.
+#include <limits>
 #include <string>
 
 #include "support/array1.h"
@@ -28,6 +29,8 @@ struct DIFFRACTION_PATTERN_TYPE {
     float reserved3 = 0;
     float tsamp = 0;
     float tset = 0;
+    // When the measurement started, seconds since 1970 UTC; NaN when the file does not say.
+    double acq_time = std::numeric_limits<double>::quiet_NaN();
     int npts = 0;
     bool ct_step = false;
     bool gy = false, gycalc = false, gbgr = false, gsigma = false;

@@ -14,6 +14,7 @@
 #include "patterns/format_table.h"
 #include "patterns/read_pattern_library.h"
 #include "support/fixed_text.h"
+#include "support/time_stamp.h"
 
 namespace hxl {
 namespace {
@@ -117,6 +118,7 @@ void set_head_fields(const Head& head, int scan, DIFFRACTION_PATTERN_TYPE& p) {
     for (const char* key : {"FILE_SAMPLE", "FILE_COMMENT", "FILE_MEMO"})
         if (std::string t = ascii_only(head_text(head, key)); !t.empty()) title += ": " + t;
     p.title = Cut(title, kTitleLen);
+    if (double seconds = 0; Slash_Time_Seconds(head_text(head, "MEAS_SCAN_START_TIME"), seconds)) p.acq_time = seconds;
 }
 
 }  // namespace

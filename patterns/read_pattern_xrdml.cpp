@@ -7,6 +7,7 @@
 #include "patterns/reader_tools.h"
 #include "support/fixed_text.h"
 #include "support/list_read.h"
+#include "support/time_stamp.h"
 
 namespace hxl {
 namespace {
@@ -140,6 +141,12 @@ void Read_Pattern_Xrdml(Text_Unit& unit, DIFFRACTION_PATTERN_TYPE& p, int block,
     for (int i = 1; i <= p.npts; ++i) p.sigma(i) = p.y(i);
     Fill_Constant_Step(p);
     Pattern_Y_Limits(p);
+    // the scan's own start, in its header
+    if (const std::size_t t = scan.find("<startTimeStamp>"); t != npos) {
+        const std::size_t e = scan.find("</startTimeStamp>", t);
+        double seconds = 0;
+        if (e != npos && Iso_Time_Seconds(scan.substr(t + 16, e - t - 16), seconds)) p.acq_time = seconds;
+    }
     if (nblocks > 1) p.title = Cut(Trim(p.title) + (Is_Blank(p.title) ? "" : " ") + "scan " + std::to_string(block), kTitleLen);
 }
 

@@ -229,3 +229,32 @@ TEST_F(Multi, StackAndSurfaceTurnByDragAndKeys) {
 }
 
 }  // namespace
+
+// Patterns that each carry their start time: copies of a real XRDML scan, 30 minutes apart
+// (the copies only move <startTimeStamp>, across midnight and a zone). The Y axis is then the
+// time from the first start, and the read-out says it.
+TEST_F(Multi, TimeAxisFromTheStartTimeStamps) {
+    std::ifstream in(kPatterns + "210520step1_30min.xrdml");
+    std::stringstream whole;
+    whole << in.rdbuf();
+    const std::string text = whole.str();
+    const std::size_t at_stamp = text.find("<startTimeStamp>");
+    ASSERT_NE(at_stamp, std::string::npos);
+    const std::size_t end = text.find("</startTimeStamp>", at_stamp);
+    const char* stamps[] = {"2021-05-20T23:00:00+02:00", "2021-05-20T21:30:00Z", "2021-05-21T00:00:00+02:00",
+                            "2021-05-21T00:30:00+02:00", "2021-05-20T23:00:00Z"};
+    std::string files = "files";
+    for (int k = 0; k < 5; ++k) {
+        const std::string name = "t" + std::to_string(k + 1) + ".xrdml";
+        std::ofstream(home / name) << text.substr(0, at_stamp + 16) << stamps[k] << text.substr(end);
+        files += " " + at(name);
+    }
+    std::string s = files + "\nmenu 40014\nmenu 40031\nmouse move 0 30 60\nstatus " + at("st1.txt") + "\npicture 0 " +
+                    at("time.png") + "\nmenu 40028\npicture 0 " + at("time_stack.png") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    // 21:00 UTC is the first start: the third copy (22:00 UTC) is at 60 minutes.
+    EXPECT_EQ(bar("st1.txt", 3), "Pattern: 3 t3.xrdml t= 60.00 min") << file("st1.txt");
+    EXPECT_GT(coloured(home / "time.png"), 10000);
+}

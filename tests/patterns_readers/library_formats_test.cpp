@@ -171,6 +171,9 @@ TEST(LibraryFormats, RealRasFileGivesBothScans) {
         EXPECT_FLOAT_EQ(p.sigma(1), p.y(1));
     }
     EXPECT_EQ(ras[1].title, "inas_layer_radial_002_004.ras scan 2");
+    // *MEAS_SCAN_START_TIME "12/05/15 22:01:01" and "12/06/15 00:32:20" (Python datetime, as UTC)
+    EXPECT_DOUBLE_EQ(ras[0].acq_time, 1449352861.0);
+    EXPECT_DOUBLE_EQ(ras[1].acq_time, 1449361940.0);
 }
 
 TEST(LibraryFormats, RasLayoutAtItsEdges) {

@@ -81,6 +81,11 @@ TEST(RealFiles, MessyVendorFilesReadAsAUserExpects) {
     DIFFRACTION_PATTERN_TYPE bom = read("simpack_xrd_AlGaAs.xrdml", "PANALYTICAL");
     EXPECT_EQ(bom.npts, 2999);
     EXPECT_NEAR(bom.xmin, 65.46f, 1e-4);
+    // The scan's start; the CSV and XY exports say nothing of it.
+    DIFFRACTION_PATTERN_TYPE xml = read("210520step1_30min.xrdml", "PANALYTICAL");
+    EXPECT_DOUBLE_EQ(xml.acq_time, 1621518951.0);  // 2021-05-20T15:55:51+02:00, Python datetime
+    EXPECT_TRUE(std::isnan(csv.acq_time));
+    EXPECT_TRUE(std::isnan(xy.acq_time));
     // Apostrophe head lines and comma-separated rows; negative intensities.
     DIFFRACTION_PATTERN_TYPE zrp = read("ZrP_1.csv", "XYSIGMA");
     EXPECT_EQ(zrp.npts, 2962);
