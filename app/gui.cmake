@@ -4,7 +4,7 @@ find_package(Qt6 REQUIRED COMPONENTS Widgets Svg OpenGLWidgets PrintSupport)
 file(GLOB present_srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/qt/*.cpp)
 add_library(zd_present STATIC ${present_srcs})
 target_include_directories(zd_present PUBLIC ${PROJECT_SOURCE_DIR})
-target_link_libraries(zd_present PUBLIC zd_support Qt6::Widgets PRIVATE Qt6::Svg Qt6::PrintSupport zd_warnings)
+target_link_libraries(zd_present PUBLIC zd_support Qt6::Widgets PRIVATE Qt6::Svg Qt6::PrintSupport Qt6::OpenGLWidgets zd_warnings)
 
 file(GLOB app_srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/main/*.cpp)
 list(FILTER app_srcs EXCLUDE REGEX "/main/main\\.cpp$")

@@ -10,6 +10,7 @@ packages=(
   desktop-file-utils libxml2-utils
   ghostscript poppler-utils qt6-image-formats-plugins
   libtiff-dev libcbf-dev libhdf5-dev libpng-dev
+  libgl1-mesa-dri libegl-mesa0
 )
 missing=()
 for p in "${packages[@]}"; do

@@ -41,6 +41,7 @@ void View_Multi(int item);
 
 // multi_menu.cpp: the views of many patterns at once
 void Plot_Multi_View(int item);  // Graph 3D, Graph 2D Contour (and log), Graph 3D Surface
+void Plot_Gl_Model(int item);  // the OpenGL model window of the shown profiles
 // Greys the commands the many-pattern views cannot serve while one is shown, and gives
 // them back their states after; called at every change of mode.
 void Multi_View_Menus();

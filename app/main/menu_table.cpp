@@ -63,6 +63,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40027, View_Multi},
             {40226, View_Multi},
             {40028, Plot_Multi_View},
+            {40022, Plot_Gl_Model},
             {40031, Plot_Multi_View},
             {40227, Plot_Multi_View},
             {40125, Plot_Multi_View},

@@ -11,6 +11,7 @@
 #include "app/main/quick_view.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
+#include "app/present_gl.h"
 #include "app/store/zendrite_param_global.h"
 #include "support/fixed_text.h"
 #if ZD_WITH_PLOT
@@ -311,6 +312,12 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         return quick_view_step(line, w, m);
     } else if (cmd == "frames" && w.size() >= 2) {
         return frames_step(line, w, m);
+    } else if (cmd == "gl" && w.size() >= 2) {
+        std::string message;
+        const bool done = GlModelCommand(std::vector<std::string>(w.begin() + 1, w.end()), message);
+        if (!message.empty()) Show_Message(message);
+        (void)done;
+        return false;
     } else if (cmd == "hklgen" && w.size() == 2) {
         if (!Write_File_Replace(w[1], Hkl_Gen_Dump())) bad(line, "cannot write");
         return false;

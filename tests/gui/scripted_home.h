@@ -56,12 +56,14 @@ struct SCRIPTED_HOME : ::testing::Test {
         return l;
     }
 
+    // A command the program is started through (xvfb-run for a display); none by default.
+    std::string launcher;
     // Runs `zendrite --script` in home with HOME=home; `env` (assignments) and `args` (quoted by
     // the caller) are added as they stand.
     int run(const std::string& script, const std::string& env = "", const std::string& args = "") {
         const std::string h = home.string();
         std::ofstream(home / "script.txt") << script;
-        const std::string cmd = "cd '" + h + "' && HOME='" + h + "' " + env + " QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN
+        const std::string cmd = "cd '" + h + "' && " + launcher + " env HOME='" + h + "' " + env + " QT_QPA_PLATFORM=offscreen '" ZD_APP_BIN
                                 "' --script '" + h + "/script.txt' " + args + " > '" + h + "/out.txt' 2> '" + h +
                                 "/err.txt'";
         status = std::system(cmd.c_str());
