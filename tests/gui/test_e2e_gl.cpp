@@ -56,6 +56,7 @@ TEST_F(GlModel, RenderMethodsPicturesModelAndView) {
         s += std::string("gl render ") + r + "\ngl rotation -25\ngl elevation 35\ngl picture " + at(std::string(r) + ".png") +
              " 640 480\n";
     s += "gl render smooth\ngl rotation 60\ngl picture " + at("turned.png") + " 640 480\n";
+    s += "gl sweep on\ngl picture " + at("sweep.png") + " 640 480\ngl sweep off\n";
     s += "gl model " + at("m.obj") + "\ngl model " + at("m.ply") + "\ngl model " + at("m.stl") + "\n";
     s += "gl view save " + at("v.view") + "\ngl view load " + at("bad.view") + "\ngl frames 5\ngl close\n";
     std::ofstream(home / "bad.view") << "rotation 10\nelevation 200\n";
@@ -71,6 +72,18 @@ TEST_F(GlModel, RenderMethodsPicturesModelAndView) {
         EXPECT_EQ(img.height(), 480);
         EXPECT_GT(coloured(png), r == std::string("points") || r == std::string("wire") ? 300 : 3000) << r;
     }
+    // The sweep lights the first pattern in red, which the colour scale never gives.
+    auto reds = [](const QImage& img) {
+        int n = 0;
+        for (int y = 0; y < img.height(); ++y)
+            for (int x = 0; x < img.width(); ++x) {
+                const QRgb c = img.pixel(x, y);
+                n += qRed(c) > 2 * qGreen(c) + 40 && qRed(c) > 2 * qBlue(c) + 40 ? 1 : 0;
+            }
+        return n;
+    };
+    EXPECT_GT(reds(QImage(QString::fromStdString((home / "sweep.png").string()))), 50);
+    EXPECT_EQ(reds(QImage(QString::fromStdString((home / "turned.png").string()))), 0);
     // Turned, the picture changes.
     const QImage a(QString::fromStdString((home / "smooth.png").string())), b(QString::fromStdString((home / "turned.png").string()));
     EXPECT_NE(a, b);
