@@ -110,12 +110,21 @@ private:
         const std::vector<float>& v = f.Val();
         jstart = rs, jcol = cs;
         Transpose(f);
+        // The old pattern stays in the new one (its pairs summed as zero): a peak's reach
+        // moves back and forth by a point between Jacobians, and a pattern that holds both
+        // is laid out, and its ordering analysed, once instead of at every move.
+        const SPARSE_COLS old = a.cols() == n ? a : SPARSE_COLS();
         std::vector<int> mark(static_cast<std::size_t>(n), -1), outer(static_cast<std::size_t>(n) + 1, 0), inner, list;
         std::vector<double> sum(static_cast<std::size_t>(n), 0.0), values;
         for (int c = 0; c < n; ++c) {
             list.assign(1, c);
             mark[static_cast<std::size_t>(c)] = c;
             sum[static_cast<std::size_t>(c)] = 0.0;
+            if (old.cols() == n)
+                for (int k = old.outerIndexPtr()[c]; k < old.outerIndexPtr()[c + 1]; ++k) {
+                    const std::size_t q = static_cast<std::size_t>(old.innerIndexPtr()[k]);
+                    if (mark[q] != c) mark[q] = c, sum[q] = 0.0, list.push_back(static_cast<int>(q));
+                }
             for (int t = tstart[static_cast<std::size_t>(c)]; t < tstart[static_cast<std::size_t>(c) + 1]; ++t) {
                 const int r = trow[static_cast<std::size_t>(t)], at = tpos[static_cast<std::size_t>(t)];
                 const double vc = v[static_cast<std::size_t>(at)];
