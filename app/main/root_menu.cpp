@@ -1,5 +1,7 @@
 #include "app/main/root_menu.h"
 
+#include <utility>
+
 #include "app/main/menu_groups.h"
 #include "app/present.h"
 
@@ -108,7 +110,10 @@ const std::vector<MENU_ENTRY>& entries() {
 
 void Define_Root_Menu() {
     WMenuDefine(kRootMenu, entries());
-    WMenuSetShortcut(kOpenFolderItem, "Ctrl+Shift+O");
+    // the desktop's keys for the everyday file items
+    const std::pair<int, const char*> keys[] = {{40014, "Ctrl+O"}, {kOpenFolderItem, "Ctrl+Shift+O"}, {40209, "Ctrl+S"},
+                                                {40044, "Ctrl+E"},  {40122, "Ctrl+P"},                 {40005, "Ctrl+Q"}};
+    for (const auto& [item, key] : keys) WMenuSetShortcut(item, key);
 }
 
 void Show_Root_Toolbar() {
