@@ -54,7 +54,7 @@ TEST_F(GlModel, RenderMethodsPicturesModelAndView) {
     std::string s = open_series() + "menu 40022\n";
     for (const char* r : {"points", "wire", "flat", "smooth", "ribbons"})
         s += std::string("gl render ") + r + "\ngl rotation -25\ngl elevation 35\ngl picture " + at(std::string(r) + ".png") +
-             " 640 480\n";
+             " 640 480\ngl model " + at(std::string(r) + ".obj") + "\n";
     s += "gl render smooth\ngl rotation 60\ngl picture " + at("turned.png") + " 640 480\n";
     s += "gl sweep on\ngl picture " + at("sweep.png") + " 640 480\ngl sweep off\n";
     s += "gl model " + at("m.obj") + "\ngl model " + at("m.ply") + "\ngl model " + at("m.stl") + "\n";
@@ -72,6 +72,21 @@ TEST_F(GlModel, RenderMethodsPicturesModelAndView) {
         EXPECT_EQ(img.height(), 480);
         EXPECT_GT(coloured(png), r == std::string("points") || r == std::string("wire") ? 300 : 3000) << r;
     }
+    // Each method's model: the same grid, as points, line segments or triangles.
+    auto count = [this](const std::string& name, const char* kind) {
+        std::ifstream in(home / name);
+        int n = 0;
+        for (std::string line; std::getline(in, line);) n += line.rfind(kind, 0) == 0;
+        return n;
+    };
+    const int g = count("points.obj", "v ");
+    EXPECT_GT(g, 12 * 64 - 1);
+    EXPECT_EQ(count("points.obj", "p "), g);
+    EXPECT_EQ(count("wire.obj", "v "), g);
+    EXPECT_EQ(count("wire.obj", "l "), 2 * g - g / 12 - 12);  // rows x (cols-1) + (rows-1) x cols
+    EXPECT_EQ(count("flat.obj", "f "), count("smooth.obj", "f "));
+    EXPECT_EQ(count("ribbons.obj", "v "), 2 * g);
+    EXPECT_EQ(count("ribbons.obj", "f "), 2 * (g - 12));  // two triangles a step along each row
     // The sweep lights the first pattern in red, which the colour scale never gives.
     auto reds = [](const QImage& img) {
         int n = 0;
