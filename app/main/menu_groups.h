@@ -57,6 +57,9 @@ void Redraw_Multi_View();  // the present many-pattern view again, from its kept
 #endif
 // multi_settings.cpp: the dialog of the colour scale, iso-line levels and stack rise
 inline constexpr int kMultiSettingsItem = 40244;
+// Ext. Applications, "Sequential Corvane run..."
+inline constexpr int kSequentialRunItem = 40245;
+void Ext_Sequential_Run(int item);
 void Multi_View_Settings(int item);
 
 // second_axis_setting.cpp: the check items of a second X axis in d or in Q

@@ -143,6 +143,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40193, Ext_Run},
             {40197, Ext_Run},
             {40135, Ext_Run_Refinement},
+            {kSequentialRunItem, Ext_Sequential_Run},
             {40207, Ext_Run_Refinement},
             {40213, Ext_Prepare_Qvl},
             {40117, Ext_Run_Suite_Window},

@@ -91,7 +91,7 @@ const std::vector<MENU_ENTRY>& entries() {
         it(40222, "Settings"), end(),
         end(),
         pop("Ext. Applications"),
-        it(40135, "Run Corvane"), it(40117, "Run Tessara"), it(40129, "Run gLattiq"), it(40142, "Run Quavor"),
+        it(40135, "Run Corvane"), it(kSequentialRunItem, "Sequential Corvane run..."), it(40117, "Run Tessara"), it(40129, "Run gLattiq"), it(40142, "Run Quavor"),
         it(40134, "Run Tindra"), it(40108, "Run Corvane Atelier"), sep(),
         it(40188, "Run Dicvol"), it(40192, "Run Ito"), it(40178, "Run Ombra"), it(40193, "Run Treor"),
         it(40197, "Run Pellan"), sep(), it(40213, "Prepare a QVL file for Virelle"), it(40207, "Run Virelle"),

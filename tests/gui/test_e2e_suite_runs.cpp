@@ -110,3 +110,26 @@ TEST_F(SuiteRuns, ARunCanBeStoppedFromItsDialog) {
     EXPECT_FALSE(fs::exists(home / "finished"));
     EXPECT_EQ(value(file("d.txt"), "nperfiles"), "0");
 }
+
+// The sequential form: its fields answered, the script written beside the control file, and the
+// refinement program run in its folder with the argument words.
+TEST_F(SuiteRuns, SequentialRunComposesItsArgumentsAndScript) {
+    fs::create_directories(home / "seq");
+    std::ofstream(home / "seq" / "ni.pcr") << "COMM stand-in control file\n";
+    program("corvane2k", "args.txt", "");
+    const std::string d = "dialog \"Sequential mode of Corvane:\" ";
+    const std::string s = "files " + at("seq/ni.pcr") + "\n" + d + "press 11\n" + d + "set 12 ni_.dat\n" + d +
+                          "set 13 7\n" + d + "set 14 3\n" + d + "check 16 1\n" + d + "check 20 1\n" + d +
+                          "set 21 t.txt\n" + d + "check 23 1\n" + d + "press 1\nmenu 40245\nstatus " + at("st.txt") +
+                          "\n" + d + "press 2\nmenu 40245\n";
+    run(s, path());
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_EQ(file("args.txt"), "[seq]\n[" + at("seq/ni.pcr") + "]\n[ni_.dat]\n[7]\n[3]\n[Y]\n[Y]\n[N]\n[N]\n[N]\n[+OUT]\n"
+                                "[-temp]\n[t.txt]\n" + at("seq") + "\n");
+    EXPECT_EQ(file("seq/ni.pcr_FPseq.sh"), "corvane2k seq " + at("seq/ni.pcr") + " ni_.dat 7 3 Y Y N N N +OUT -temp t.txt\n");
+    EXPECT_NE(fs::status(home / "seq" / "ni.pcr_FPseq.sh").permissions() & fs::perms::owner_exec, fs::perms::none);
+    // Cancelled the second time: nothing more is written.
+    EXPECT_EQ(count(file("seq/ni.pcr_FPseq.sh"), "corvane2k"), 1);
+}
+
