@@ -34,6 +34,7 @@ install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/desktop/zendrite-mime.xml DESTINATION 
 
 # The verb render of zendrite-batch draws with the plot engine on the Qt layer, off-screen.
 if(zd_with_plot)
-  target_sources(zendrite-batch PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/batch/verb_render.cpp)
+  target_sources(zendrite-batch PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/batch/verb_render.cpp
+                                        ${CMAKE_CURRENT_SOURCE_DIR}/batch/verb_chart.cpp)
   target_link_libraries(zendrite-batch PRIVATE zd_app)
 endif()

@@ -279,4 +279,74 @@ bool Seq_Value(const SEQ_BLOCK_TYPE& block, int block_number, const std::string&
     return false;
 }
 
+bool Seq_Chart(const std::vector<SEQ_BLOCK_TYPE>& blocks, int x_column, const std::vector<int>& y_columns,
+               const std::string& title, CHART_TYPE& chart, std::string& message) {
+    chart = CHART_TYPE{};
+    const std::vector<std::string> cols = Seq_Columns(blocks);
+    auto bad = [&](int c) { return c < 0 || c >= static_cast<int>(cols.size()); };
+    if (bad(x_column)) {
+        message = "No column " + std::to_string(x_column + 1) + " in the sequence";
+        return false;
+    }
+    if (y_columns.empty() || static_cast<int>(y_columns.size()) > kChartMaxCurves) {
+        message = "Choose from 1 to " + std::to_string(kChartMaxCurves) + " Y columns";
+        return false;
+    }
+    chart.title = title;
+    chart.legend_x = cols[static_cast<std::size_t>(x_column)];
+    chart.legend_y = y_columns.size() == 1 ? cols[static_cast<std::size_t>(y_columns[0])] : "";
+    for (int y : y_columns) {
+        if (bad(y)) {
+            message = "No column " + std::to_string(y + 1) + " in the sequence";
+            chart = CHART_TYPE{};
+            return false;
+        }
+        CHART_CURVE_TYPE c;
+        c.legend = cols[static_cast<std::size_t>(y)].substr(0, kLegendLen);
+        c.marker = true;
+        bool any_sigma = false;
+        for (std::size_t b = 0; b < blocks.size(); ++b) {
+            double xv = 0, xs = 0, yv = 0, ys = 0;
+            if (!Seq_Value(blocks[b], static_cast<int>(b) + 1, chart.legend_x, xv, xs) ||
+                !Seq_Value(blocks[b], static_cast<int>(b) + 1, cols[static_cast<std::size_t>(y)], yv, ys))
+                continue;  // a block without the parameter leaves a gap
+            c.x.push_back(static_cast<float>(xv));
+            c.y.push_back(static_cast<float>(yv));
+            c.sigma.push_back(static_cast<float>(ys));
+            any_sigma = any_sigma || ys != 0;
+        }
+        c.errbar = any_sigma;
+        if (!any_sigma) c.sigma.clear();
+        chart.curves.push_back(std::move(c));
+    }
+    return true;
+}
+
+std::string Seq_Xyy_Text(const std::vector<SEQ_BLOCK_TYPE>& blocks, const std::vector<int>& columns) {
+    const std::vector<std::string> cols = Seq_Columns(blocks);
+    std::string t;
+    char buf[32];
+    std::size_t used = 0;
+    for (int c : columns) {
+        if (c < 0 || c >= static_cast<int>(cols.size()) || used == 21) continue;
+        std::snprintf(buf, sizeof buf, "%-12.12s", cols[static_cast<std::size_t>(c)].c_str());
+        t += buf;
+        ++used;
+    }
+    t += "\n";
+    for (std::size_t b = 0; b < blocks.size(); ++b) {
+        used = 0;
+        for (int c : columns) {
+            if (c < 0 || c >= static_cast<int>(cols.size()) || used == 21) continue;
+            double v = 0, s = 0;
+            if (!Seq_Value(blocks[b], static_cast<int>(b) + 1, cols[static_cast<std::size_t>(c)], v, s)) v = 0;
+            std::snprintf(buf, sizeof buf, "%14.6f", v);
+            t += buf;
+            ++used;
+        }
+        t += "\n";
+    }
+    return t;
+}
+
 }  // namespace hxl

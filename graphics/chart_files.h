@@ -56,4 +56,14 @@ std::vector<std::string> Seq_Columns(const std::vector<SEQ_BLOCK_TYPE>& blocks);
 // block lacks it.
 bool Seq_Value(const SEQ_BLOCK_TYPE& block, int block_number, const std::string& column, double& value, double& sigma);
 
+// The chart of chosen columns (indices into Seq_Columns, from 0): X the first, one curve a
+// Y column with its standard deviations as error bars where it has any. False with a message
+// when a column is not there.
+bool Seq_Chart(const std::vector<SEQ_BLOCK_TYPE>& blocks, int x_column, const std::vector<int>& y_columns,
+               const std::string& title, CHART_TYPE& chart, std::string& message);
+
+// The ".xyy" text of the chosen columns: a heading of the names (12 characters each),
+// then a line a block of the values, 14 characters with 6 decimals each (21 at most).
+std::string Seq_Xyy_Text(const std::vector<SEQ_BLOCK_TYPE>& blocks, const std::vector<int>& columns);
+
 }  // namespace hxl
