@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/batch/batch_verbs.h"
+#include "app/batch/batch_window.h"
 #include "app/present.h"
 #include "graphics/chart_draw.h"
 #include "graphics/chart_files.h"
@@ -123,15 +124,7 @@ int run_chart(const std::vector<std::string>& args, std::ostream& out, std::ostr
         err << "zendrite-batch chart: Unable to write " << out_file << ": its extension names no picture format\n";
         return 1;
     }
-    if (!WOffscreen()) {
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        static int argc = 1;
-        static char name[] = "zendrite-batch";
-        static char* argv[] = {name, nullptr};
-        WInitialise(argc, argv, true);
-        WSetUnattended(true);
-        WindowOpen(0, 0, 1200, 800, "chart");
-    }
+    Start_Batch_Window("chart");
     Set_Default_Plot_Settings();
     PICTURE_OPTIONS o;
     o.width = 1200, o.height = 800, o.pixels = true, o.dpi = 96, o.white = true;

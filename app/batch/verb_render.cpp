@@ -7,6 +7,7 @@
 
 #include "app/batch/batch_format.h"
 #include "app/batch/batch_verbs.h"
+#include "app/batch/batch_window.h"
 #include "app/present.h"
 #include "app/store/add_profile.h"
 #include "app/store/load_folder.h"
@@ -206,15 +207,7 @@ int run_render(const std::vector<std::string>& args, std::ostream&, std::ostream
         err << "zendrite-batch render: " << message << "\n";
         return 1;
     }
-    if (!WOffscreen()) {
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        static int argc = 1;
-        static char name[] = "zendrite-batch";
-        static char* argv[] = {name, nullptr};
-        WInitialise(argc, argv, true);
-        WSetUnattended(true);
-        WindowOpen(0, 0, 1200, 800, "render");
-    }
+    Start_Batch_Window("render");
     Reset_Store();
     Enter_None_Mode();
     Set_Default_Plot_Settings();
