@@ -236,7 +236,15 @@ void pie(const hxl::CHART_TYPE& c) {
 }  // namespace
 
 void Draw_Chart(const hxl::CHART_TYPE& chart) {
-    Begin_Multi_Page();
+    const PLOT_SETTINGS& ps = Plot_Settings();
+    // a white page: the charts are made for print and slides
+    IGrPlotMode(PlotNormal);
+    IGrArea(0, 0, 1, 1);
+    IGrUnits(0, 0, static_cast<float>(ps.page_width), static_cast<float>(ps.page_height));
+    IGrColourN(WRGB(255, 255, 255));
+    IGrFillPattern(3);
+    IGrRectangle(0, 0, static_cast<float>(ps.page_width), static_cast<float>(ps.page_height));
+    IGrFillPattern(0);
     const std::string& k = chart.kind;
     if (k == "histo") histogram(chart);
     else if (k == "polar") polar(chart);

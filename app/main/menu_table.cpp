@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/main/hkl_gen.h"
+#include "app/main/chart_window.h"
 #include "app/main/menu_groups.h"
 #include "app/main/root_menu.h"
 
@@ -143,6 +144,8 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40193, Ext_Run},
             {40197, Ext_Run},
             {40135, Ext_Run_Refinement},
+            {40179, Generic_Graphs},
+            {40155, Generic_Graphs},
             {kSequentialRunItem, Ext_Sequential_Run},
             {40207, Ext_Run_Refinement},
             {40213, Ext_Prepare_Qvl},

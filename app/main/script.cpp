@@ -1,3 +1,4 @@
+#include "app/main/chart_window.h"
 #include "app/main/script.h"
 
 #include <filesystem>
@@ -312,6 +313,32 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         return quick_view_step(line, w, m);
     } else if (cmd == "frames" && w.size() >= 2) {
         return frames_step(line, w, m);
+    } else if (cmd == "charts" && w.size() >= 2) {
+        const int win = Chart_Window();
+        if (w[1] == "dump" && w.size() == 3) {
+            if (!Write_File_Replace(w[2], Chart_Dump())) bad(line, "cannot write");
+            return false;
+        }
+        if (win == 0) {
+            bad(line, "no chart window");
+            return false;
+        }
+        if (w[1] == "picture" && w.size() == 3) {
+            if (!WPictureSave(win, w[2])) bad(line, "no picture");
+            return false;
+        }
+        static const std::vector<std::pair<std::string, int>> items = {
+            {"open", kChOpen}, {"reload", kChReload}, {"columns", kChColumns}, {"export", kChExport}, {"close", kChClose}};
+        for (const auto& [name, item] : items)
+            if (w.size() == 2 && name == w[1]) {
+                m = WIN_MESSAGE{};
+                m.win = win;
+                m.type = MenuSelect;
+                m.value1 = item;
+                return true;
+            }
+        bad(line, "not understood");
+        return false;
     } else if (cmd == "gl" && w.size() >= 2) {
         std::string message;
         const bool done = GlModelCommand(std::vector<std::string>(w.begin() + 1, w.end()), message);

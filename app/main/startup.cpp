@@ -1,6 +1,7 @@
 // Start-up in its fixed order, the main loop and the shutdown.
 #include <iostream>
 
+#include "app/main/chart_window.h"
 #include "app/main/configuration.h"
 #include "app/main/frames_window.h"
 #include "app/main/hkl_gen.h"
@@ -168,6 +169,8 @@ void Main_Loop() {
             ihand_winqvprf(type, m);
         } else if (m.win == Frames_View().window && m.win != 0) {
             Frames_Event(type, m);
+        } else if (m.win == Chart_Window() && m.win != 0) {
+            Chart_Event(type, m);
         } else if (m.win == WEditWindow() && m.win != 0) {
             WindowSelect(m.win);
             if ((type == PushButton && m.value1 == kIdCancel) || type == CloseRequest) WEditClose();

@@ -144,7 +144,7 @@ TEST_F(Scripted, RecentFilesOrderAndReopen) {
 }
 
 TEST_F(Scripted, CommandsOfLaterWorkAndBadLines) {
-    const RUN r = run("menu 40179\nmenu 49999\nbogus line\nmouse press 1 10 10\n");
+    const RUN r = run("menu 40008\nmenu 49999\nbogus line\nmouse press 1 10 10\n");
     EXPECT_NE(r.out.find("MESSAGE Zendrite-2006 | This command is not available yet"), std::string::npos) << r.out;
     EXPECT_EQ(count(r.out, "not available yet"), 1);  // 49999 has no row: nothing
     EXPECT_NE(r.out.find("SCRIPT line 3: not understood: bogus line"), std::string::npos);

@@ -1,0 +1,288 @@
+// File, "Zendrite Generic Graphs" (and the toolbar's GG): the generic graphics mode. A child
+// window, "Generic Graphics on Zendrite", shows a chart of a ".gdf" file, or of columns of a
+// ".seq" file chosen in the dialog "Generic Graphics Plots"; Reload, Print, Export and Close.
+#include "app/main/chart_window.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "app/main/fit_grid.h"
+#include "app/main/menu_groups.h"
+#include "app/main/root_menu.h"
+#include "app/main/zendrite_app.h"
+#include "app/present.h"
+#include "graphics/chart_draw.h"
+#include "graphics/chart_files.h"
+#include "patterns/format_table.h"
+#include "support/fixed_text.h"
+#include "support/text_file.h"
+
+namespace zendrite {
+
+namespace {
+
+constexpr int kPlotsDialog = 163, kPolyLine = 1638, kHistogram = 1639, kPolar = 1640, kXGrid = 1633, kYGrid = 1634,
+              kTitle = 1635, kXText = 1636, kYText = 1637, kColumnsFile = 1743;
+
+struct CHART_VIEW_TYPE {
+    int window = 0, bitmap = 0;
+    std::string file;
+    hxl::CHART_TYPE chart;
+    std::vector<hxl::SEQ_BLOCK_TYPE> blocks;
+    // the choice of the dialog, kept for Reload
+    int x = 0, kind = 1;
+    std::vector<int> ys;
+    std::vector<std::string> codes;  // the letter codes of each Y column
+    std::string title, xtext, ytext;
+    bool chosen = false;
+};
+CHART_VIEW_TYPE& view() {
+    static CHART_VIEW_TYPE v;
+    return v;
+}
+
+void redraw() {
+    CHART_VIEW_TYPE& v = view();
+    if (v.window == 0) return;
+    Child_Picture_Start(v.window, v.bitmap);
+    if (!v.chart.curves.empty()) Draw_Chart(v.chart);
+    // the mode's blue frame round the picture
+    IGrArea(0, 0, 1, 1);
+    IGrUnits(0, 0, 1, 1);
+    IGrColourN(WRGB(0, 70, 200));
+    IGrLineWidth(3);
+    IGrFillPattern(0);
+    IGrRectangle(0.003f, 0.004f, 0.997f, 0.996f);
+    IGrLineWidth(1);
+    WBitmapPut(v.bitmap, 0);
+    WindowOutStatusBar(1, "Generic Graphics Mode");
+    WindowOutStatusBar(2, v.file.empty() ? "" : std::filesystem::path(v.file).filename().string());
+}
+
+void define_plots_dialog() {
+    if (WDialogDefined(kPlotsDialog)) return;
+    WDialogDefine({kPlotsDialog, "Generic Graphics Plots", {},
+                   {Radio(kPolyLine, "PolyLine", kPolyLine), Radio(kHistogram, "Histogram", kPolyLine),
+                    Radio(kPolar, "Polar", kPolyLine),
+                    Fit_Grid(kXGrid, "X Axis Plot", {{"Column", CELL_KIND::Text, {}}, {"X", CELL_KIND::CheckBox, {}}}, 0),
+                    Fit_Grid(kYGrid, "Y Axis Plot",
+                             {{"Column", CELL_KIND::Text, {}}, {"Y", CELL_KIND::CheckBox, {}},
+                              {"E=Error bar;  M= Marker;   L=Legend", CELL_KIND::Text, {}}},
+                             0),
+                    Fld(kTitle, FIELD_KIND::Text, "Title:"), Fld(kXText, FIELD_KIND::Text, "X axis:"),
+                    Fld(kYText, FIELD_KIND::Text, "Y axis:"),
+                    Fld(kColumnsFile, FIELD_KIND::CheckBox, "Output Columns File with Plot Parameters"),
+                    Fld(kIdOk, FIELD_KIND::PushButton, "OK"), Fld(kIdCancel, FIELD_KIND::PushButton, "Cancel")}});
+}
+
+// The chart of the chosen columns: the kind (1 polyline, 2 histogram, 3 polar), the texts
+// that replace the column names when given, and the letter codes of each Y column (E error
+// bars, M markers, L its legend in the key).
+bool make_chart(const std::vector<hxl::SEQ_BLOCK_TYPE>& blocks, int x, const std::vector<int>& ys,
+                const std::vector<std::string>& codes, int kind, const std::string& title, const std::string& xtext,
+                const std::string& ytext, hxl::CHART_TYPE& chart, std::string& message) {
+    if (!hxl::Seq_Chart(blocks, x, ys, hxl::Trim(title), chart, message)) return false;
+    const char* kinds[] = {"polyl", "histo", "polar"};
+    chart.kind = kinds[std::clamp(kind, 1, 3) - 1];
+    if (!hxl::Is_Blank(xtext)) chart.legend_x = hxl::Trim(xtext);
+    if (!hxl::Is_Blank(ytext)) chart.legend_y = hxl::Trim(ytext);
+    for (std::size_t k = 0; k < chart.curves.size() && k < codes.size(); ++k) {
+        const std::string c = hxl::Upper(codes[k]);
+        hxl::CHART_CURVE_TYPE& curve = chart.curves[k];
+        curve.errbar = curve.errbar && c.find('E') != std::string::npos;
+        curve.marker = c.find('M') != std::string::npos;
+        if (c.find('L') == std::string::npos) curve.legend.clear();
+    }
+    return true;
+}
+
+// The columns of a sequence chosen in the dialog; false when given up or refused (said).
+bool choose_columns() {
+    CHART_VIEW_TYPE& v = view();
+    const std::vector<std::string> cols = hxl::Seq_Columns(v.blocks);
+    define_plots_dialog();
+    WDialogLoad(kPlotsDialog);
+    WDialogPutRadioButton(kPolyLine + v.kind - 1);
+    for (int g : {kXGrid, kYGrid}) {
+        WGridRows(g, static_cast<int>(cols.size()));
+        WGridPutString(g, 1, cols);
+    }
+    WGridPutCellCheckBox(kXGrid, 2, v.x + 1, 1);
+    for (int y : v.ys.empty() ? std::vector<int>{1} : v.ys) {
+        WGridPutCellCheckBox(kYGrid, 2, y + 1, 1);
+        WGridPutCellString(kYGrid, 3, y + 1, "EML");
+    }
+    WDialogPutString(kTitle, std::filesystem::path(v.file).filename().string());
+    WDialogShow(-1, -1, 0, Modal);
+    if (WInfoDialog(4) != kIdOk) {
+        WDialogUnload();
+        return false;
+    }
+    int kind = 1, xyy = 0;
+    WDialogGetRadioButton(kPolyLine, kind);
+    std::vector<int> xs_on, ys_on;
+    WGridGetCheckBox(kXGrid, 2, xs_on);
+    WGridGetCheckBox(kYGrid, 2, ys_on);
+    std::string title, xtext, ytext;
+    WDialogGetString(kTitle, title);
+    WDialogGetString(kXText, xtext);
+    WDialogGetString(kYText, ytext);
+    WDialogGetCheckBox(kColumnsFile, xyy);
+    std::vector<std::string> codes(cols.size());
+    for (std::size_t r = 0; r < cols.size(); ++r) WGridGetCellString(kYGrid, 3, static_cast<int>(r) + 1, codes[r]);
+    WDialogUnload();
+    int x = -1;
+    std::vector<int> ys;
+    for (std::size_t r = 0; r < cols.size(); ++r) {
+        if (r < xs_on.size() && xs_on[r] && x < 0) x = static_cast<int>(r);
+        if (r < ys_on.size() && ys_on[r]) ys.push_back(static_cast<int>(r));
+    }
+    if (x < 0 || ys.empty()) {
+        Show_Message("Choose one X column and at least one Y column");
+        return false;
+    }
+    std::vector<std::string> ycodes;
+    for (int y : ys) ycodes.push_back(codes[static_cast<std::size_t>(y)]);
+    hxl::CHART_TYPE chart;
+    std::string message;
+    if (!make_chart(v.blocks, x, ys, ycodes, kind, title, xtext, ytext, chart, message)) {
+        Show_Message(message);
+        return false;
+    }
+    if (xyy) {
+        std::vector<int> all = {x};
+        all.insert(all.end(), ys.begin(), ys.end());
+        const std::string name = std::filesystem::path(v.file).replace_extension(".xyy").string();
+        if (!hxl::Replace_File_Told(name, hxl::Seq_Xyy_Text(v.blocks, all), message)) Show_Message(message);
+    }
+    v.chart = std::move(chart);
+    v.x = x, v.ys = ys, v.kind = kind, v.codes = ycodes, v.title = title, v.xtext = xtext, v.ytext = ytext;
+    v.chosen = true;
+    return true;
+}
+
+// Reads the file into the view; a failure shows its text and leaves the window empty.
+void load(const std::string& file, bool ask) {
+    CHART_VIEW_TYPE& v = view();
+    v.file = file;
+    v.chart = hxl::CHART_TYPE{};
+    v.blocks.clear();
+    const std::string ext = hxl::Upper_Extension(file);
+    if (ext != ".GDF" && ext != ".SEQ") {
+        Show_Message("Incompatible format for Graphics representation!");
+        redraw();
+        return;
+    }
+    std::ifstream in(file, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    std::string message;
+    const bool ok = ext == ".GDF" ? hxl::Read_Gdf_Text(text.str(), v.chart, message)
+                                  : hxl::Read_Seq_Text(text.str(), v.blocks, message);
+    if (!ok) {
+        Show_Message(message);
+    } else if (ext == ".SEQ") {
+        if (ask || !v.chosen) {
+            if (!choose_columns()) v.chart = hxl::CHART_TYPE{};
+        } else if (!make_chart(v.blocks, v.x, v.ys, v.codes, v.kind, v.title, v.xtext, v.ytext, v.chart, message)) {
+            Show_Message(message);
+        }
+    }
+    WindowSelect(v.window);
+    WindowTitle("Generic Graphics on Zendrite: " + file);
+    redraw();
+}
+
+void export_chart(bool print) {
+    CHART_VIEW_TYPE& v = view();
+    std::string message;
+    const hxl::CHART_TYPE chart = v.chart;
+    auto draw = [chart] { Draw_Chart(chart); };
+    if (print) {
+        if (!WPrintPicture(WPictureExportOptions(), false, draw, message)) Show_Message(message);
+        return;
+    }
+    std::string name;
+    WSelectFile("Graphic Plot File|*.ps; *.emf|", SaveDialog, name, "Export Graphics Files");
+    if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
+    if (!WPictureExport(hxl::Trim(name), WPictureExportOptions(), draw, message)) Show_Message(message);
+}
+
+void close_window() {
+    CHART_VIEW_TYPE& v = view();
+    if (v.bitmap) WBitmapDestroy(v.bitmap);
+    WindowCloseChild(v.window);
+    v = CHART_VIEW_TYPE{};
+    WindowShow(kRootWindow, true);
+    WindowSelect(kRootWindow);
+}
+
+}  // namespace
+
+int Chart_Window() { return view().window; }
+
+void Open_Generic_File(const std::string& given) {
+    CHART_VIEW_TYPE& v = view();
+    std::string name = given;
+    if (hxl::Is_Blank(name)) {
+        WSelectFile("Generic Data Files|*.gdf;*.seq|", LoadDialog, name, "Open Generic Data File");
+        if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
+    }
+    if (v.window == 0 || !WindowExists(v.window)) {
+        v = CHART_VIEW_TYPE{};
+        v.window = WindowOpenChild(ChildStatusBar, 40, 40, 1100, 760, "Generic Graphics on Zendrite");
+        WindowShow(kRootWindow, false);  // the generic mode has the screen; Close brings the main window back
+        WChildToolbar(v.window, {{kChOpen, "open", "Open a .gdf or .seq file"},
+                                 {kChReload, "reset", "Reload Information for plots"},
+                                 {kChColumns, "Cols", "Choose the columns of the sequence again"},
+                                 {0, "", ""},
+                                 {kChPrint, "print", "Print"},
+                                 {kChExport, "save", "Export as PostScript (.ps) or Enhanced Windows Metafile (.emf)"},
+                                 {0, "", ""},
+                                 {kChClose, "exit", "Close"}});
+    }
+    load(hxl::Trim(name), true);
+}
+
+void Generic_Graphs(int) { Open_Generic_File(""); }
+
+void Chart_Event(int type, const WIN_MESSAGE& m) {
+    CHART_VIEW_TYPE& v = view();
+    if (v.window == 0 || m.win != v.window) return;
+    WindowSelect(v.window);
+    if (type == CloseRequest) {
+        close_window();
+        return;
+    }
+    if (type == Resize || type == Expose) {
+        redraw();
+        return;
+    }
+    if (type != MenuSelect) return;
+    switch (m.value1) {
+    case kChOpen: Open_Generic_File(""); break;
+    case kChReload:
+        if (!v.file.empty()) load(v.file, false);
+        break;
+    case kChColumns:
+        if (!v.blocks.empty() && choose_columns()) redraw();
+        break;
+    case kChPrint: export_chart(true); break;
+    case kChExport: export_chart(false); break;
+    case kChClose: close_window(); break;
+    default: break;
+    }
+}
+
+std::string Chart_Dump() {
+    const CHART_VIEW_TYPE& v = view();
+    std::ostringstream o;
+    o << "chart_window " << (v.window != 0) << "\nfile " << v.file << "\nkind " << v.chart.kind << "\ntitle "
+      << v.chart.title << "\ncurves " << v.chart.curves.size() << "\n";
+    for (const hxl::CHART_CURVE_TYPE& c : v.chart.curves)
+        o << "curve " << c.legend << " | points " << c.y.size() << " errbar " << c.errbar << " marker " << c.marker << "\n";
+    return o.str();
+}
+
+}  // namespace zendrite

@@ -1,0 +1,59 @@
+// End-to-end: Zendrite Generic Graphs on a .gdf file and on a .seq file whose columns are
+// chosen in "Generic Graphics Plots" (with the .xyy written), Reload, a refused file, Close.
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <algorithm>
+#include <fstream>
+#include <filesystem>
+
+#include "tests/gui/scripted_home.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+struct ChartWindow : SCRIPTED_HOME {};
+const std::string kCharts = std::string(ZD_TEST_DATA) + "/charts/";
+}  // namespace
+
+TEST_F(ChartWindow, GdfAndSeqChartsReloadRefusalAndClose) {
+    fs::copy_file(kCharts + "twenty.seq", home / "twenty.seq");
+    std::ofstream(home / "bad.txt") << "1 2\n";
+    const std::string d = "dialog 163 ";
+    std::string s = "files " + kCharts + "three_curves.gdf\nmenu 40179\ncharts dump " + at("d1.txt") + "\ncharts picture " +
+                    at("gdf.png") + "\n";
+    s += "files " + at("twenty.seq") + "\n" + d + "grid 1634 2 2 0\n" + d + "grid 1634 5 2 1\n" + d + "grid 1634 5 3 EML\n" +
+         d + "grid 1634 6 2 1\n" + d + "grid 1634 6 3 M\n" + d + "check 1743 1\n" + d + "press 1\ncharts open\ncharts dump " +
+         at("d2.txt") + "\ncharts picture " + at("seq.png") + "\ncharts reload\ncharts dump " + at("d3.txt") + "\n";
+    s += "files " + at("bad.txt") + "\ncharts open\ncharts dump " + at("d4.txt") + "\ncharts close\ncharts dump " +
+         at("d5.txt") + "\ndump " + at("store.txt") + "\n";
+    run(s);
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_EQ(out.find("UNANSWERED"), std::string::npos) << out;
+    EXPECT_NE(file("d1.txt").find("curves 3\n"), std::string::npos) << file("d1.txt");
+    EXPECT_NE(file("d1.txt").find("curve Volume, run B with its errors | points 3 errbar 1 marker 0\n"), std::string::npos)
+        << file("d1.txt");
+    // Y: "Phase 1: a" with error bars, markers and its legend; "Phase 1: Fraction" with markers only.
+    const std::string d2 = file("d2.txt");
+    EXPECT_NE(d2.find("kind polyl\n"), std::string::npos) << d2;
+    EXPECT_NE(d2.find("curves 2\n"), std::string::npos) << d2;
+    EXPECT_NE(d2.find("curve Phase 1: a | points 20 errbar 1 marker 1\n"), std::string::npos) << d2;
+    EXPECT_NE(d2.find("curve  | points 20 errbar 0 marker 1\n"), std::string::npos) << d2;
+    EXPECT_EQ(file("d3.txt"), d2);  // Reload keeps the choice
+    const std::string xyy = file("twenty.xyy");
+    EXPECT_EQ(xyy.substr(0, xyy.find('\n')), "Temperature/Phase 1: a  Phase 1: Fra");
+    EXPECT_NE(out.find("MESSAGE Zendrite-2006 | Incompatible format for Graphics representation!"), std::string::npos) << out;
+    EXPECT_NE(file("d4.txt").find("curves 0\n"), std::string::npos);  // a refused file leaves the window empty
+    EXPECT_NE(file("d5.txt").find("chart_window 0\n"), std::string::npos);
+    for (const char* p : {"gdf.png", "seq.png"}) {
+        const QImage img(QString::fromStdString((home / p).string()));
+        ASSERT_FALSE(img.isNull()) << p;
+        int coloured = 0;
+        for (int y = 0; y < img.height(); ++y)
+            for (int x = 0; x < img.width(); ++x) {
+                const QRgb c = img.pixel(x, y);
+                coloured += std::max({qRed(c), qGreen(c), qBlue(c)}) - std::min({qRed(c), qGreen(c), qBlue(c)}) > 60;
+            }
+        EXPECT_GT(coloured, 500) << p;
+    }
+}
