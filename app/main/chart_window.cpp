@@ -36,6 +36,7 @@ struct CHART_VIEW_TYPE {
     std::vector<std::string> codes;  // the letter codes of each Y column
     std::string title, xtext, ytext;
     bool chosen = false;
+    std::filesystem::file_time_type stamp{};  // of the file when it was last read whole
 };
 CHART_VIEW_TYPE& view() {
     static CHART_VIEW_TYPE v;
@@ -180,6 +181,8 @@ void load(const std::string& file, bool ask) {
     std::string message;
     const bool ok = ext == ".GDF" ? hxl::Read_Gdf_Text(text.str(), v.chart, message)
                                   : hxl::Read_Seq_Text(text.str(), v.blocks, message);
+    std::error_code ec;
+    v.stamp = std::filesystem::last_write_time(file, ec);
     if (!ok) {
         Show_Message(message);
     } else if (ext == ".SEQ") {
@@ -218,6 +221,35 @@ void close_window() {
     WindowSelect(kRootWindow);
 }
 
+// A file that a running refinement is still writing: read again when its time stamp moves.
+// A read that fails (a block half written) keeps the last chart and says so in the status bar.
+void follow() {
+    CHART_VIEW_TYPE& v = view();
+    if (v.file.empty()) return;
+    std::error_code ec;
+    const std::filesystem::file_time_type t = std::filesystem::last_write_time(v.file, ec);
+    if (ec || t == v.stamp) return;
+    std::ifstream in(v.file, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    std::string message;
+    hxl::CHART_TYPE chart;
+    std::vector<hxl::SEQ_BLOCK_TYPE> blocks;
+    const bool seq = hxl::Upper_Extension(v.file) == ".SEQ";
+    const bool ok = seq ? hxl::Read_Seq_Text(text.str(), blocks, message) &&
+                              make_chart(blocks, v.x, v.ys, v.codes, v.kind, v.title, v.xtext, v.ytext, chart, message)
+                        : hxl::Read_Gdf_Text(text.str(), chart, message);
+    if (!ok || (seq && !v.chosen)) {
+        WindowOutStatusBar(3, "The file is being written: the last chart is kept (" + message + ")");
+        return;
+    }
+    v.stamp = t;
+    v.chart = std::move(chart);
+    if (seq) v.blocks = std::move(blocks);
+    redraw();
+    WindowOutStatusBar(3, seq ? "Read again: " + std::to_string(v.blocks.size()) + " blocks" : "Read again");
+}
+
 }  // namespace
 
 int Chart_Window() { return view().window; }
@@ -251,6 +283,7 @@ void Chart_Event(int type, const WIN_MESSAGE& m) {
     CHART_VIEW_TYPE& v = view();
     if (v.window == 0 || m.win != v.window) return;
     WindowSelect(v.window);
+    if (type != CloseRequest && !(type == MenuSelect && m.value1 == kChReload)) follow();
     if (type == CloseRequest) {
         close_window();
         return;

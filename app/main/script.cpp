@@ -327,6 +327,12 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
             if (!WPictureSave(win, w[2])) bad(line, "no picture");
             return false;
         }
+        if (w[1] == "look" && w.size() == 2) {  // an event of the window, as a mouse passing over it
+            m = WIN_MESSAGE{};
+            m.win = win;
+            m.type = Expose;
+            return true;
+        }
         static const std::vector<std::pair<std::string, int>> items = {
             {"open", kChOpen}, {"reload", kChReload}, {"columns", kChColumns}, {"export", kChExport}, {"close", kChClose}};
         for (const auto& [name, item] : items)

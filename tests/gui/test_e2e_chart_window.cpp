@@ -57,3 +57,33 @@ TEST_F(ChartWindow, GdfAndSeqChartsReloadRefusalAndClose) {
         EXPECT_GT(coloured, 500) << p;
     }
 }
+
+// A sequence still being written: a sequential run (a stand-in program) adds half a block, then
+// the rest; the window keeps its chart through the half block and takes the whole one.
+TEST_F(ChartWindow, FollowsASequenceStillBeingWritten) {
+    fs::copy_file(kCharts + "twenty.seq", home / "twenty.seq");
+    std::ofstream(home / "ni.pcr") << "COMM stand-in\n";
+    fs::create_directories(home / "bin");
+    const std::string seq = at("twenty.seq");
+    std::ofstream(home / "bin" / "corvane2k")
+        << "#!/bin/sh\nif [ ! -f '" << at("half") << "' ]; then\n  touch '" << at("half") << "'\n"
+        << "  printf 'NEW_REFINEMENT nife_021.dat\\nTEMPERATURE 500.0\\nNUMPAR 3  N_PATT 1  NPHASE 2  GLOBAL_CHI_2 1.5\\n' >> '" << seq
+        << "'\nelse\n  printf 'Zero 0.01 0.0004\\nScale_factor 0.0143 0.00005\\nLambda 1.54056 0.0000\\nPHASE 1 spinel 3\\n"
+           "a 8.357000 0.000200\\nBiso_O 0.45 0.0000\\nFraction 60.0 0.4\\nPHASE 2 NiO 2\\na 4.187 0.0001\\nFraction 40.0 0.4\\n' >> '"
+        << seq << "'\nfi\n";
+    fs::permissions(home / "bin" / "corvane2k", fs::perms::owner_all);
+    const std::string d = "dialog 163 ", q = "dialog \"Sequential mode of Corvane:\" ";
+    std::string s = "files " + seq + "\n" + d + "grid 1634 2 2 0\n" + d + "grid 1634 5 2 1\n" + d + "grid 1634 5 3 EML\n" + d +
+                    "press 1\nmenu 40179\n" +
+                    "charts dump " + at("d1.txt") + "\n";
+    const std::string run_seq = q + "set 10 " + at("ni.pcr") + "\n" + q + "press 1\nmenu 40245\ncharts look\n";
+    s += run_seq + "charts dump " + at("d2.txt") + "\nstatus " + at("st2.txt") + "\n";
+    s += run_seq + "charts dump " + at("d3.txt") + "\n";
+    run(s, "PATH='" + at("bin") + "':\"$PATH\"");
+    ASSERT_EQ(status, 0) << out << err;
+    EXPECT_NE(file("d1.txt").find("curve Phase 1: a | points 20 "), std::string::npos) << file("d1.txt");
+    EXPECT_NE(file("d2.txt").find("curve Phase 1: a | points 20 "), std::string::npos) << "half a block: kept";
+    EXPECT_EQ(out.find("Error reading the Plot Parameters!"), std::string::npos) << "said in the status bar only";
+    EXPECT_NE(file("d3.txt").find("curve Phase 1: a | points 21 "), std::string::npos) << file("d3.txt");
+}
+
