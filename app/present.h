@@ -115,6 +115,9 @@ void WMenuToolbar(int id, const std::vector<TOOL_ENTRY>& entries);
 // A toolbar on a child window: its items come out of WMessage as MenuSelect events with the
 // child's number as window, and WMenuSetState/WMenuGetState act on them like menu items.
 void WChildToolbar(int handle, const std::vector<TOOL_ENTRY>& entries);
+// A menu bar of its own for a child window; its items come out of WMessage as MenuSelect
+// events of that window.
+void WChildMenu(int handle, const std::vector<MENU_ENTRY>& entries);
 
 // ---------------------------------------------------------------- dialogs
 enum class FIELD_KIND {

@@ -24,22 +24,26 @@ int colour(std::size_t k) { return kPalette[k % std::size(kPalette)]; }
 struct ZONE {
     float left, bottom, right, top;
 };
+// With a second Y axis the frame leaves room for its numbers and legend.
+bool g_two_axes = false;
 ZONE zone() {
     const PLOT_SETTINGS& s = Plot_Settings();
     const float w = static_cast<float>(s.page_width), h = static_cast<float>(s.page_height);
-    return {0.12f * w, 0.13f * h, 0.78f * w, 0.86f * h};
+    return {0.12f * w, 0.13f * h, (g_two_axes ? 0.68f : 0.78f) * w, 0.86f * h};
 }
 
 // The key at the right of the frame: a swatch and the legend of each curve.
 void key(const hxl::CHART_TYPE& c) {
     const ZONE z = zone();
     float y = z.top - 10;
+    const bool right = std::any_of(c.curves.begin(), c.curves.end(), [](const hxl::CHART_CURVE_TYPE& k) { return k.right; });
+    const float shift = right ? 0.09f * static_cast<float>(Plot_Settings().page_width) : 0.0f;
     for (std::size_t k = 0; k < c.curves.size(); ++k) {
         if (c.curves[k].legend.empty()) continue;
         IGrColourN(colour(k));
         IGrFillPattern(3);
-        IGrRectangle(z.right + 18, y - 4, z.right + 40, y + 8);
-        Multi_Text(z.right + 48, y - 4, c.curves[k].legend, -1, 11);
+        IGrRectangle(z.right + shift + 18, y - 4, z.right + shift + 40, y + 8);
+        Multi_Text(z.right + shift + 48, y - 4, c.curves[k].legend + (c.curves[k].right ? " (right)" : ""), -1, 11);
         y -= 24;
     }
 }
@@ -67,17 +71,26 @@ void frame(float x1, float x2, float y1, float y2) {
     IPgBorder();
 }
 
-// Limits of all the points (with their error bars), widened by 5%; a flat range opens to 1.
-void limits(const hxl::CHART_TYPE& c, float& x1, float& x2, float& y1, float& y2, bool from_zero) {
+CHART_FRAME_TYPE& last_frame() {
+    static CHART_FRAME_TYPE f;
+    return f;
+}
+
+// Limits of the points (with their error bars) of the curves on one side (`right`), widened
+// by 5%; a flat range opens to 1. False when that side has no point.
+bool limits(const hxl::CHART_TYPE& c, float& x1, float& x2, float& y1, float& y2, bool from_zero, int right = -1) {
     x1 = y1 = 3e38f, x2 = y2 = -3e38f;
-    for (const hxl::CHART_CURVE_TYPE& k : c.curves)
-        for (std::size_t i = 0; i < k.x.size(); ++i) {
+    for (const hxl::CHART_CURVE_TYPE& k : c.curves) {
+        if (right >= 0 && k.right != (right == 1)) continue;
+        for (std::size_t i = 0; i < k.x.size() && i < k.y.size(); ++i) {
             const float s = i < k.sigma.size() ? std::fabs(k.sigma[i]) : 0.0f;
             if (!std::isfinite(k.x[i]) || !std::isfinite(k.y[i])) continue;
             x1 = std::min(x1, k.x[i]), x2 = std::max(x2, k.x[i]);
             y1 = std::min(y1, k.y[i] - s), y2 = std::max(y2, k.y[i] + s);
         }
-    if (x1 > x2) x1 = 0, x2 = 1, y1 = 0, y2 = 1;
+    }
+    const bool any = x1 <= x2;
+    if (!any) x1 = 0, x2 = 1, y1 = 0, y2 = 1;
     if (from_zero) y1 = std::min(y1, 0.0f), y2 = std::max(y2, 0.0f);
     auto open = [](float& a, float& b) {
         if (b - a <= std::fabs(a) * 1e-6f + 1e-30f) a -= 0.5f, b += 0.5f;
@@ -85,32 +98,71 @@ void limits(const hxl::CHART_TYPE& c, float& x1, float& x2, float& y1, float& y2
         a -= m, b += m;
     };
     open(x1, x2), open(y1, y2);
+    return any;
+}
+
+// The ticks and numbers of the second Y axis on the right edge of the frame.
+void right_axis(const ZONE& z, float r1, float r2, const std::string& legend) {
+    const PLOT_SETTINGS& s = Plot_Settings();
+    IGrArea(0, 0, 1, 1);
+    IGrUnits(0, 0, static_cast<float>(s.page_width), static_cast<float>(s.page_height));
+    IGrColourN(s.y_scale.colour);
+    const double step = Nice_Tick_Step(r1, r2, 6);
+    for (double v = std::ceil(r1 / step - 1e-9) * step; step > 0 && v <= r2 + 1e-9 * step; v += step) {
+        const float py = z.bottom + static_cast<float>((v - r1) / (r2 - r1)) * (z.top - z.bottom);
+        IGrMoveTo(z.right, py);
+        IGrLineTo(z.right - 8, py);
+        Multi_Text(z.right + 6, py - 6, Tick_Text(v, step), -1, 11);
+    }
+    Multi_Text(z.right + 0.06f * static_cast<float>(s.page_width), 0.5f * (z.bottom + z.top), legend, 0, 13, 90);
 }
 
 void xy(const hxl::CHART_TYPE& c) {
-    float x1, x2, y1, y2;
-    limits(c, x1, x2, y1, y2, false);
+    float x1, x2, y1, y2, rx1, rx2, r1 = 0, r2 = 1;
+    const bool two = limits(c, rx1, rx2, r1, r2, false, 1) && limits(c, x1, x2, y1, y2, false, 0);
+    limits(c, x1, x2, y1, y2, false, two ? 0 : -1);
+    if (two) {
+        float a = 0, b = 0;
+        limits(c, x1, x2, a, b, false);  // X over both sides
+    }
     frame(x1, x2, y1, y2);
+    CHART_FRAME_TYPE& f = last_frame();
+    const ZONE z = zone();
+    const float pw = static_cast<float>(Plot_Settings().page_width), ph = static_cast<float>(Plot_Settings().page_height);
+    f = CHART_FRAME_TYPE{true, x1, x2, y1, y2, two ? r1 : y1, two ? r2 : y2, z.left / pw, z.bottom / ph, z.right / pw, z.top / ph};
     for (std::size_t k = 0; k < c.curves.size(); ++k) {
         const hxl::CHART_CURVE_TYPE& v = c.curves[k];
         const int n = static_cast<int>(std::min(v.x.size(), v.y.size()));
         if (n == 0) continue;
+        std::vector<float> y(v.y.begin(), v.y.begin() + n), lo, hi;
+        if (two && v.right)
+            for (float& t : y) t = f.Left_Of_Right(t);
         const bool line = c.kind != "scatt" && !v.scatter;
         IPgStartGraph(PgXY, 1, n);
         if (line) {
-            IPgStyle(1, PgLine, 1, colour(k), 0, 2, 5);
-            IPgXYLine(v.x.data(), v.y.data(), n);
+            IPgStyle(1, PgLine, 1, colour(k), v.right ? 2 : 0, 2, 5);
+            IPgXYLine(v.x.data(), y.data(), n);
         }
         if (!line || v.marker || v.errbar) {
             IPgStyle(1, PgNoFill, 2 + static_cast<int>(k % 6), colour(k), 0, 1, 6);
-            IPgXYMarkers(v.x.data(), v.y.data(), n);
+            IPgXYMarkers(v.x.data(), y.data(), n);
         }
         if (v.errbar && v.sigma.size() == v.y.size()) {
-            std::vector<float> lo(v.y.size()), hi(v.y.size());
-            for (std::size_t i = 0; i < v.y.size(); ++i) lo[i] = v.y[i] - v.sigma[i], hi[i] = v.y[i] + v.sigma[i];
+            for (int i = 0; i < n; ++i) {
+                float a = v.y[static_cast<std::size_t>(i)] - v.sigma[static_cast<std::size_t>(i)];
+                float b = v.y[static_cast<std::size_t>(i)] + v.sigma[static_cast<std::size_t>(i)];
+                if (two && v.right) a = f.Left_Of_Right(a), b = f.Left_Of_Right(b);
+                lo.push_back(a), hi.push_back(b);
+            }
             IPgStyle(1, PgLine, 1, colour(k), 0, 1, 5);
             IPgErrorBars(v.x.data(), lo.data(), hi.data(), n);
         }
+    }
+    if (two) {
+        std::string legend;
+        for (const hxl::CHART_CURVE_TYPE& v : c.curves)
+            if (v.right && legend.empty()) legend = v.legend;
+        right_axis(zone(), r1, r2, legend);
     }
 }
 
@@ -235,7 +287,12 @@ void pie(const hxl::CHART_TYPE& c) {
 
 }  // namespace
 
+const CHART_FRAME_TYPE& Last_Chart_Frame() { return last_frame(); }
+
 void Draw_Chart(const hxl::CHART_TYPE& chart) {
+    last_frame().xy = false;
+    g_two_axes = (chart.kind == "polyl" || chart.kind == "scatt") &&
+                 std::any_of(chart.curves.begin(), chart.curves.end(), [](const hxl::CHART_CURVE_TYPE& k) { return k.right; });
     const PLOT_SETTINGS& ps = Plot_Settings();
     // a white page: the charts are made for print and slides
     IGrPlotMode(PlotNormal);

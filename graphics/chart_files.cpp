@@ -313,6 +313,7 @@ bool Seq_Chart(const std::vector<SEQ_BLOCK_TYPE>& blocks, int x_column, const st
             c.x.push_back(static_cast<float>(xv));
             c.y.push_back(static_cast<float>(yv));
             c.sigma.push_back(static_cast<float>(ys));
+            c.block.push_back(static_cast<int>(b));
             any_sigma = any_sigma || ys != 0;
         }
         c.errbar = any_sigma;

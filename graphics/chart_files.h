@@ -13,6 +13,8 @@ struct CHART_CURVE_TYPE {
     std::vector<float> x, y, sigma;     // sigma with error bars only
     std::vector<std::string> labels;    // the slices of a pie
     bool marker = false, scatter = false, errbar = false, legend_on = false;
+    bool right = false;                 // on the second Y axis, at the right, for a second unit
+    std::vector<int> block;             // of a sequence: the block (from 0) of each point
 };
 
 struct CHART_TYPE {

@@ -33,17 +33,18 @@ int column_of(const std::string& word, const std::vector<std::string>& cols) {
 int run_chart(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::string file, out_file, xyy, kind;
     std::vector<std::string> ys;
+    std::vector<bool> right;  // of each --y: given as --y2, on the second axis
     std::string xcol = "1";
     bool list = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
-        const bool valued = a == "--x" || a == "--y" || a == "--out" || a == "--xyy" || a == "--kind";
+        const bool valued = a == "--x" || a == "--y" || a == "--y2" || a == "--out" || a == "--xyy" || a == "--kind";
         if (valued && i + 1 >= args.size()) {
             err << "zendrite-batch chart: " << a << " needs a value\n";
             return 2;
         }
         if (a == "--x") xcol = args[++i];
-        else if (a == "--y") ys.push_back(args[++i]);
+        else if (a == "--y" || a == "--y2") ys.push_back(args[++i]), right.push_back(a == "--y2");
         else if (a == "--out") out_file = args[++i];
         else if (a == "--xyy") xyy = args[++i];
         else if (a == "--kind") kind = args[++i];
@@ -90,7 +91,7 @@ int run_chart(const std::vector<std::string>& args, std::ostream& out, std::ostr
         const std::vector<std::string> cols = hxl::Seq_Columns(blocks);
         if (list)
             for (std::size_t k = 0; k < cols.size(); ++k) out << k + 1 << "  " << cols[k] << "\n";
-        if (ys.empty()) ys.push_back("2");  // the global chi2
+        if (ys.empty()) ys.push_back("2"), right.push_back(false);  // the global chi2
         std::vector<int> ycols;
         const int x = column_of(xcol, cols);
         for (const std::string& y : ys) ycols.push_back(column_of(y, cols));
@@ -103,6 +104,7 @@ int run_chart(const std::vector<std::string>& args, std::ostream& out, std::ostr
             err << message << "\n";
             return 1;
         }
+        for (std::size_t k = 0; k < chart.curves.size() && k < right.size(); ++k) chart.curves[k].right = right[k];
         if (!xyy.empty()) {
             std::vector<int> all = {x};
             all.insert(all.end(), ycols.begin(), ycols.end());
@@ -136,10 +138,11 @@ int run_chart(const std::vector<std::string>& args, std::ostream& out, std::ostr
 }
 
 const bool registered = Register_Batch_Verb(
-    {"chart", "chart FILE.gdf|FILE.seq [--x COL] [--y COL]... [--kind KIND] [--out OUT.png|svg|pdf] [--xyy OUT.xyy] [--columns]",
+    {"chart", "chart FILE.gdf|FILE.seq [--x COL] [--y COL]... [--y2 COL]... [--kind KIND] [--out OUT.png|svg|pdf] [--xyy OUT.xyy] [--columns]",
      "      draws a generic chart: the curves of a .gdf file, or columns of a .seq file\n"
      "      (by number or name; X the temperature or file order and Y the global chi2\n"
-     "      unless chosen; --columns lists them, --xyy writes the chosen columns)",
+     "      unless chosen; --y2 puts a column on a second Y axis at the right;\n"
+     "      --columns lists them, --xyy writes the chosen columns)",
      run_chart});
 
 }  // namespace

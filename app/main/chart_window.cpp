@@ -3,12 +3,14 @@
 // ".seq" file chosen in the dialog "Generic Graphics Plots"; Reload, Print, Export and Close.
 #include "app/main/chart_window.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "app/main/fit_grid.h"
 #include "app/main/menu_groups.h"
+#include "app/main/menu_table.h"
 #include "app/main/root_menu.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
@@ -37,6 +39,7 @@ struct CHART_VIEW_TYPE {
     std::string title, xtext, ytext;
     bool chosen = false;
     std::filesystem::file_time_type stamp{};  // of the file when it was last read whole
+    std::string hover;                        // the point under the mouse, as the status bar says it
 };
 CHART_VIEW_TYPE& view() {
     static CHART_VIEW_TYPE v;
@@ -79,7 +82,7 @@ void define_plots_dialog() {
 
 // The chart of the chosen columns: the kind (1 polyline, 2 histogram, 3 polar), the texts
 // that replace the column names when given, and the letter codes of each Y column (E error
-// bars, M markers, L its legend in the key).
+// bars, M markers, L its legend in the key, R the second Y axis at the right).
 bool make_chart(const std::vector<hxl::SEQ_BLOCK_TYPE>& blocks, int x, const std::vector<int>& ys,
                 const std::vector<std::string>& codes, int kind, const std::string& title, const std::string& xtext,
                 const std::string& ytext, hxl::CHART_TYPE& chart, std::string& message) {
@@ -93,6 +96,7 @@ bool make_chart(const std::vector<hxl::SEQ_BLOCK_TYPE>& blocks, int x, const std
         hxl::CHART_CURVE_TYPE& curve = chart.curves[k];
         curve.errbar = curve.errbar && c.find('E') != std::string::npos;
         curve.marker = c.find('M') != std::string::npos;
+        curve.right = c.find('R') != std::string::npos;  // a second unit: the axis at the right
         if (c.find('L') == std::string::npos) curve.legend.clear();
     }
     return true;
@@ -197,7 +201,8 @@ void load(const std::string& file, bool ask) {
     redraw();
 }
 
-void export_chart(bool print) {
+// `kind` "ps" or "emf" names the file's kind when the name has no extension of its own.
+void export_chart(bool print, const std::string& kind = "") {
     CHART_VIEW_TYPE& v = view();
     std::string message;
     const hxl::CHART_TYPE chart = v.chart;
@@ -209,7 +214,9 @@ void export_chart(bool print) {
     std::string name;
     WSelectFile("Graphic Plot File|*.ps; *.emf|", SaveDialog, name, "Export Graphics Files");
     if (WInfoDialog(4) != kIdOk || hxl::Is_Blank(name)) return;
-    if (!WPictureExport(hxl::Trim(name), WPictureExportOptions(), draw, message)) Show_Message(message);
+    name = hxl::Trim(name);
+    if (!kind.empty() && std::filesystem::path(name).extension().empty()) name += "." + kind;
+    if (!WPictureExport(name, WPictureExportOptions(), draw, message)) Show_Message(message);
 }
 
 void close_window() {
@@ -250,6 +257,40 @@ void follow() {
     WindowOutStatusBar(3, seq ? "Read again: " + std::to_string(v.blocks.size()) + " blocks" : "Read again");
 }
 
+// The point nearest the mouse (at most 2% of the frame away): its curve, X and Y, and for a
+// sequence its block's file and temperature.
+void hover(float gx, float gy) {
+    CHART_VIEW_TYPE& v = view();
+    const CHART_FRAME_TYPE& f = Last_Chart_Frame();
+    v.hover.clear();
+    if (!f.xy) return;
+    const float fx = (gx - f.left) / (f.right - f.left), fy = (gy - f.bottom) / (f.top - f.bottom);
+    float best = 0.02f * 0.02f;
+    for (const hxl::CHART_CURVE_TYPE& c : v.chart.curves)
+        for (std::size_t i = 0; i < c.x.size() && i < c.y.size(); ++i) {
+            const float y = c.right ? f.Left_Of_Right(c.y[i]) : c.y[i];
+            const float dx = (c.x[i] - f.x1) / (f.x2 - f.x1) - fx, dy = (y - f.y1) / (f.y2 - f.y1) - fy;
+            if (!(dx * dx + dy * dy < best)) continue;
+            best = dx * dx + dy * dy;
+            char buf[200];
+            std::snprintf(buf, sizeof buf, "%s: X= %.6g  Y= %.6g", c.legend.empty() ? "curve" : c.legend.c_str(), c.x[i], c.y[i]);
+            v.hover = buf;
+            if (i < c.sigma.size() && c.sigma[i] != 0) {
+                std::snprintf(buf, sizeof buf, " (%.3g)", c.sigma[i]);
+                v.hover += buf;
+            }
+            if (i < c.block.size() && c.block[i] >= 0 && static_cast<std::size_t>(c.block[i]) < v.blocks.size()) {
+                const hxl::SEQ_BLOCK_TYPE& b = v.blocks[static_cast<std::size_t>(c.block[i])];
+                v.hover += "   " + b.file;
+                if (b.has_temperature) {
+                    std::snprintf(buf, sizeof buf, "  T= %.2f", b.temperature);
+                    v.hover += buf;
+                }
+            }
+        }
+    WindowOutStatusBar(3, v.hover);
+}
+
 }  // namespace
 
 int Chart_Window() { return view().window; }
@@ -273,6 +314,22 @@ void Open_Generic_File(const std::string& given) {
                                  {kChExport, "save", "Export as PostScript (.ps) or Enhanced Windows Metafile (.emf)"},
                                  {0, "", ""},
                                  {kChClose, "exit", "Close"}});
+        // menu 30004
+        WChildMenu(v.window, {{MenuPopup, 0, "File"},
+                              {MenuItem, kChOpen, "Open..."},
+                              {MenuItem, kChCloseFile, "Close"},
+                              {MenuItem, kChReload, "Reload Information for plots"},
+                              {MenuItem, kChColumns, "Choose the columns again..."},
+                              {MenuSeparator, 0, ""},
+                              {MenuItem, kChPrint, "Print..."},
+                              {MenuItem, kChExportPs, "Export as PostScript (.ps)..."},
+                              {MenuItem, kChExportEmf, "Export as Enhanced Windows Metafile (.emf)..."},
+                              {MenuSeparator, 0, ""},
+                              {MenuItem, kChClose, "Exit"},
+                              {MenuEnd, 0, ""},
+                              {MenuPopup, 0, "Options"},
+                              {MenuItem, kChPreferences, "Preferences..."},
+                              {MenuEnd, 0, ""}});
     }
     load(hxl::Trim(name), true);
 }
@@ -292,6 +349,10 @@ void Chart_Event(int type, const WIN_MESSAGE& m) {
         redraw();
         return;
     }
+    if (type == MouseMove) {
+        hover(m.gx, m.gy);
+        return;
+    }
     if (type != MenuSelect) return;
     switch (m.value1) {
     case kChOpen: Open_Generic_File(""); break;
@@ -303,6 +364,17 @@ void Chart_Event(int type, const WIN_MESSAGE& m) {
         break;
     case kChPrint: export_chart(true); break;
     case kChExport: export_chart(false); break;
+    case kChExportPs: export_chart(false, "ps"); break;
+    case kChExportEmf: export_chart(false, "emf"); break;
+    case kChCloseFile:
+        v.file.clear(), v.chart = hxl::CHART_TYPE{}, v.blocks.clear(), v.chosen = false;
+        redraw();
+        break;
+    case kChPreferences:
+        if (MENU_ROUTINE r = Menu_Routine(kChPreferences)) r(kChPreferences);
+        WindowSelect(v.window);
+        redraw();
+        break;
     case kChClose: close_window(); break;
     default: break;
     }
@@ -312,7 +384,7 @@ std::string Chart_Dump() {
     const CHART_VIEW_TYPE& v = view();
     std::ostringstream o;
     o << "chart_window " << (v.window != 0) << "\nfile " << v.file << "\nkind " << v.chart.kind << "\ntitle "
-      << v.chart.title << "\ncurves " << v.chart.curves.size() << "\n";
+      << v.chart.title << "\ncurves " << v.chart.curves.size() << "\nhover " << v.hover << "\n";
     for (const hxl::CHART_CURVE_TYPE& c : v.chart.curves)
         o << "curve " << c.legend << " | points " << c.y.size() << " errbar " << c.errbar << " marker " << c.marker << "\n";
     return o.str();

@@ -8,7 +8,8 @@ namespace zendrite {
 
 // The window's tool buttons (Reload is the system's item 40198).
 inline constexpr int kChOpen = 30041, kChReload = 40198, kChColumns = 30042, kChPrint = 30043, kChExport = 30044,
-                     kChClose = 30045;
+                     kChClose = 30045, kChExportPs = 30046, kChExportEmf = 30047, kChCloseFile = 30048,
+                     kChPreferences = 40033;
 
 // Opens the window (once) on a ".gdf" or ".seq" file; a blank name asks for one.
 void Open_Generic_File(const std::string& name);

@@ -327,6 +327,16 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
             if (!WPictureSave(win, w[2])) bad(line, "no picture");
             return false;
         }
+        if (w[1] == "hover" && w.size() == 4) {  // the mouse at a place of the window, in fractions of it
+            bool ok = true;
+            m = WIN_MESSAGE{};
+            m.win = win;
+            m.type = MouseMove;
+            m.gx = to_real(w[2], ok), m.gy = to_real(w[3], ok);
+            if (ok) return true;
+            bad(line, "not understood");
+            return false;
+        }
         if (w[1] == "look" && w.size() == 2) {  // an event of the window, as a mouse passing over it
             m = WIN_MESSAGE{};
             m.win = win;
@@ -334,7 +344,8 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
             return true;
         }
         static const std::vector<std::pair<std::string, int>> items = {
-            {"open", kChOpen}, {"reload", kChReload}, {"columns", kChColumns}, {"export", kChExport}, {"close", kChClose}};
+            {"open", kChOpen}, {"reload", kChReload}, {"columns", kChColumns}, {"export", kChExport}, {"close", kChClose},
+            {"export-ps", kChExportPs}, {"export-emf", kChExportEmf}, {"close-file", kChCloseFile}};
         for (const auto& [name, item] : items)
             if (w.size() == 2 && name == w[1]) {
                 m = WIN_MESSAGE{};

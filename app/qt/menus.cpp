@@ -40,6 +40,17 @@ QAction* make_action(const MENU_ENTRY& e, QObject* parent) {
     return a;
 }
 
+// The action posts its item as a MenuSelect event of the child window.
+void post_item_of(QAction* a, int handle, int item) {
+    QObject::connect(a, &QAction::triggered, [item, handle](bool) {
+        WIN_MESSAGE m;
+        m.type = MenuSelect;
+        m.win = handle;
+        m.value1 = item;
+        WMessagePost(m);
+    });
+}
+
 QIcon tool_icon(const std::string& name) {
     QStyle* st = QApplication::style();
     if (name == "open") return st->standardIcon(QStyle::SP_DialogOpenButton);
@@ -164,6 +175,26 @@ void WMenuToolbar(int /*id*/, const std::vector<TOOL_ENTRY>& entries) {
     }
 }
 
+void WChildMenu(int handle, const std::vector<MENU_ENTRY>& entries) {
+    WINDOW_STATE* w = Window(handle);
+    if (!w || !w->top || handle == kRootWindow) return;
+    auto* bar = new QMenuBar(w->top);
+    std::vector<QMenu*> open;
+    for (const MENU_ENTRY& e : entries) {
+        if (e.kind == MenuPopup) {
+            QMenu* m = open.empty() ? bar->addMenu(Q(e.label)) : open.back()->addMenu(Q(e.label));
+            open.push_back(m);
+        } else if (e.kind == MenuEnd) {
+            if (!open.empty()) open.pop_back();
+        } else if (e.kind == MenuSeparator) {
+            if (!open.empty()) open.back()->addSeparator();
+        } else if (!open.empty()) {
+            post_item_of(open.back()->addAction(Q(e.label)), handle, e.item);
+        }
+    }
+    if (auto* lay = qobject_cast<QBoxLayout*>(w->top->layout())) lay->setMenuBar(bar);
+}
+
 void WChildToolbar(int handle, const std::vector<TOOL_ENTRY>& entries) {
     LAYER& l = L();
     WINDOW_STATE* w = Window(handle);
@@ -190,13 +221,7 @@ void WChildToolbar(int handle, const std::vector<TOOL_ENTRY>& entries) {
         l.actions[item] = a;
         l.menu_labels[item] = t.tip;
         w->tool_items.push_back(item);
-        QObject::connect(a, &QAction::triggered, [item, handle](bool) {
-            WIN_MESSAGE m;
-            m.type = MenuSelect;
-            m.win = handle;
-            m.value1 = item;
-            WMessagePost(m);
-        });
+        post_item_of(a, handle, item);
     }
 }
 

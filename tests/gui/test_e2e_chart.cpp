@@ -119,3 +119,27 @@ TEST_F(Chart, SeqColumnsXyyAndRefusals) {
         EXPECT_FALSE(fs::exists(home / "b.png")) << args;
     }
 }
+
+// A second Y axis: the cell edge (8.34..8.36) and the phase fraction (60..80) each fill the frame's
+// height; on one axis the edge lies flat at the bottom.
+TEST_F(Chart, SecondYAxisGivesEachUnitTheFrame) {
+    const std::string seq = "'" + kCharts + "twenty.seq' --y 'Phase 1: a' ";
+    ASSERT_EQ(batch(seq + "--y2 'Phase 1: Fraction' --out two.png"), 0) << err;
+    ASSERT_EQ(batch(seq + "--y 'Phase 1: Fraction' --out one.png"), 0) << err;
+    auto blue_rows = [](const fs::path& png) {
+        const QImage img(QString::fromStdString(png.string()));
+        int rows = 0;
+        for (int y = 0; y < img.height(); ++y) {
+            bool any = false;
+            for (int x = 150; x < 900 && !any; ++x) {  // the frame, not the key
+                const QRgb c = img.pixel(x, y);
+                any = qBlue(c) > 150 && qRed(c) < 60 && qGreen(c) < 130;
+            }
+            rows += any;
+        }
+        return rows;
+    };
+    EXPECT_GT(blue_rows(home / "two.png"), 400);
+    EXPECT_LT(blue_rows(home / "one.png"), 40);
+}
+

@@ -25,6 +25,8 @@ TEST_F(ChartWindow, GdfAndSeqChartsReloadRefusalAndClose) {
     s += "files " + at("twenty.seq") + "\n" + d + "grid 1634 2 2 0\n" + d + "grid 1634 5 2 1\n" + d + "grid 1634 5 3 EML\n" +
          d + "grid 1634 6 2 1\n" + d + "grid 1634 6 3 M\n" + d + "check 1743 1\n" + d + "press 1\ncharts open\ncharts dump " +
          at("d2.txt") + "\ncharts picture " + at("seq.png") + "\ncharts reload\ncharts dump " + at("d3.txt") + "\n";
+    s += "files " + kCharts + "pie.gdf\ncharts open\ncharts dump " + at("pie.txt") + "\nfiles " + at("pie") +
+         "\ncharts export-ps\n";
     s += "files " + at("bad.txt") + "\ncharts open\ncharts dump " + at("d4.txt") + "\ncharts close\ncharts dump " +
          at("d5.txt") + "\ndump " + at("store.txt") + "\n";
     run(s);
@@ -43,6 +45,8 @@ TEST_F(ChartWindow, GdfAndSeqChartsReloadRefusalAndClose) {
     const std::string xyy = file("twenty.xyy");
     EXPECT_EQ(xyy.substr(0, xyy.find('\n')), "Temperature/Phase 1: a  Phase 1: Fra");
     EXPECT_NE(out.find("MESSAGE Zendrite-2006 | Incompatible format for Graphics representation!"), std::string::npos) << out;
+    EXPECT_NE(file("pie.txt").find("kind piech\n"), std::string::npos) << file("pie.txt");
+    EXPECT_EQ(file("pie.ps").rfind("%!PS", 0), 0u) << "Export as PostScript adds .ps";
     EXPECT_NE(file("d4.txt").find("curves 0\n"), std::string::npos);  // a refused file leaves the window empty
     EXPECT_NE(file("d5.txt").find("chart_window 0\n"), std::string::npos);
     for (const char* p : {"gdf.png", "seq.png"}) {
@@ -76,12 +80,19 @@ TEST_F(ChartWindow, FollowsASequenceStillBeingWritten) {
     std::string s = "files " + seq + "\n" + d + "grid 1634 2 2 0\n" + d + "grid 1634 5 2 1\n" + d + "grid 1634 5 3 EML\n" + d +
                     "press 1\nmenu 40179\n" +
                     "charts dump " + at("d1.txt") + "\n";
+    // The mouse over the point of 400 K: X 300..490 and a 8.3388..8.3563 (with its sigma) widened by 5%
+    // on the frame from 0.12 to 0.78 across and 0.13 to 0.86 up, worked by hand: (0.4658, 0.5121).
+    s += "charts hover 0.466 0.512\ncharts dump " + at("h1.txt") + "\ncharts hover 0.05 0.05\ncharts dump " + at("h2.txt") + "\n";
     const std::string run_seq = q + "set 10 " + at("ni.pcr") + "\n" + q + "press 1\nmenu 40245\ncharts look\n";
     s += run_seq + "charts dump " + at("d2.txt") + "\nstatus " + at("st2.txt") + "\n";
     s += run_seq + "charts dump " + at("d3.txt") + "\n";
     run(s, "PATH='" + at("bin") + "':\"$PATH\"");
     ASSERT_EQ(status, 0) << out << err;
     EXPECT_NE(file("d1.txt").find("curve Phase 1: a | points 20 "), std::string::npos) << file("d1.txt");
+    EXPECT_NE(file("h1.txt").find("hover Phase 1: a: X= 400  Y= 8.348 (0.0002)   nife_011.dat  T= 400.00\n"),
+              std::string::npos)
+        << file("h1.txt");
+    EXPECT_NE(file("h2.txt").find("hover \n"), std::string::npos) << "no point near the corner";
     EXPECT_NE(file("d2.txt").find("curve Phase 1: a | points 20 "), std::string::npos) << "half a block: kept";
     EXPECT_EQ(out.find("Error reading the Plot Parameters!"), std::string::npos) << "said in the status bar only";
     EXPECT_NE(file("d3.txt").find("curve Phase 1: a | points 21 "), std::string::npos) << file("d3.txt");
