@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cctype>
 #include <string>
 
@@ -90,6 +91,8 @@ struct Parser {
                 continue;
             }
             if (c == 'X') {
+                // a skip is a field of blanks: as wide as a field may be, or a line could take gigabytes
+                if (r > kMaxWidth) return error("Skip too wide");
                 if (!push({Edit_Kind::Skip, r < 0 ? 1 : r, 0, 0}, 1)) return false;
                 continue;
             }
@@ -161,6 +164,14 @@ bool Parse_Edit_Format(std::string_view text, EDIT_FORMAT_TYPE& format, std::str
     }
     if (format.items.empty()) {
         message = "Empty format";
+        return false;
+    }
+    // One pass of the format makes at most this many characters: a record, not a file.
+    std::size_t chars = 0;
+    for (const EDIT_ITEM& it : format.items) chars += static_cast<std::size_t>(std::max(it.width, 0));
+    if (chars > 1000000) {
+        message = "Format too long in format \"" + std::string(text.substr(0, 80)) + "\"";
+        format = EDIT_FORMAT_TYPE{};
         return false;
     }
     format.data_items = count_data(format.items, 0);

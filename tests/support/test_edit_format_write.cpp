@@ -60,7 +60,9 @@ TEST(EditFormatParse, RefusesBadFormatsWithAMessage) {
     EDIT_FORMAT_TYPE f;
     std::string message;
     for (const char* bad : {"", "()", "(i5", "i5)", "(f8)", "(e10.0)", "(i0)", "(q5)", "(i5,())", "(0(i5))",
-                            "(i5) x", "(99999(99999(i1)))", "(f8.)", "(e12.4e0)"}) {
+                            "(i5) x", "(99999(99999(i1)))", "(f8.)", "(e12.4e0)",
+                            // a record of gigabytes (the fuzzer's "(a4,55555555553x,a)"), wide skips or many wide fields
+                            "(a4,55555555553x,a)", "(10000x,a)", "(200(9999a))", "(300(a1,9999x))"}) {
         EXPECT_FALSE(Parse_Edit_Format(bad, f, message)) << bad;
         EXPECT_FALSE(message.empty()) << bad;
         EXPECT_TRUE(f.items.empty()) << bad;
