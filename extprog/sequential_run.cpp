@@ -2,10 +2,11 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <algorithm>
 #include <system_error>
 
 #include "support/fixed_text.h"
+#include "support/text_utils.h"
 
 namespace hxl {
 
@@ -48,8 +49,9 @@ bool Append_Sequential_Script(const std::string& script, const std::string& args
 
 std::vector<std::string> Sequential_Words(const std::string& args) {
     std::vector<std::string> words;
-    std::istringstream in(args);
-    for (std::string w; in >> w;) words.push_back(w);
+    int count = 0;
+    Get_Words(args, words, count);
+    words.resize(static_cast<std::size_t>(std::max(count, 0)));
     return words;
 }
 

@@ -118,13 +118,10 @@ void right_axis(const ZONE& z, float r1, float r2, const std::string& legend) {
 }
 
 void xy(const hxl::CHART_TYPE& c) {
-    float x1, x2, y1, y2, rx1, rx2, r1 = 0, r2 = 1;
-    const bool two = limits(c, rx1, rx2, r1, r2, false, 1) && limits(c, x1, x2, y1, y2, false, 0);
-    limits(c, x1, x2, y1, y2, false, two ? 0 : -1);
-    if (two) {
-        float a = 0, b = 0;
-        limits(c, x1, x2, a, b, false);  // X over both sides
-    }
+    // X over all the curves; Y over the left ones, and the right ones on their own axis
+    float x1, x2, y1, y2, lx1, lx2, r1 = 0, r2 = 1;
+    limits(c, x1, x2, y1, y2, false);
+    const bool two = limits(c, lx1, lx2, r1, r2, false, 1) && limits(c, lx1, lx2, y1, y2, false, 0);
     frame(x1, x2, y1, y2);
     CHART_FRAME_TYPE& f = last_frame();
     const ZONE z = zone();

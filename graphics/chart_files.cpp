@@ -6,22 +6,13 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "support/fixed_text.h"
+
 namespace hxl {
 
 namespace {
 
 constexpr std::size_t kLineLen = 132, kLegendLen = 40;
-
-std::string trim(const std::string& s) {
-    const std::size_t a = s.find_first_not_of(" \t\r");
-    if (a == std::string::npos) return "";
-    return s.substr(a, s.find_last_not_of(" \t\r") - a + 1);
-}
-
-std::string lower(std::string s) {
-    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return s;
-}
 
 // Lines of at most 132 characters (the rest of a longer line is dropped).
 std::vector<std::string> lines_of(const std::string& text) {
@@ -40,7 +31,7 @@ bool keyword(const std::vector<std::string>& lines, std::size_t from, std::size_
     for (std::size_t i = from; i < to && i < lines.size(); ++i) {
         const std::size_t at = lines[i].find(word);
         if (at != std::string::npos) {
-            behind = trim(lines[i].substr(at + word.size()));
+            behind = Trim(lines[i].substr(at + word.size()));
             return true;
         }
     }
@@ -96,7 +87,7 @@ bool Read_Gdf_Text(const std::string& text, CHART_TYPE& chart, std::string& mess
     if (nplots <= 0) return fail(message, "Number of plots to draw is zero!", chart);
     if (keyword(lines, 0, lines.size(), "LEGEND_X", v)) chart.legend_x = v;
     if (keyword(lines, 0, lines.size(), "LEGEND_Y", v)) chart.legend_y = v;
-    if (keyword(lines, 0, lines.size(), "PLOT_TYPE", v)) chart.kind = lower(v.substr(0, 7)).substr(0, 5);
+    if (keyword(lines, 0, lines.size(), "PLOT_TYPE", v)) chart.kind = Lower(v.substr(0, 7)).substr(0, 5);
     // First pass: the blocks and their counts.
     std::vector<std::size_t> starts;
     for (std::size_t i = 0; i < lines.size(); ++i)
@@ -115,7 +106,7 @@ bool Read_Gdf_Text(const std::string& text, CHART_TYPE& chart, std::string& mess
     for (std::size_t b = 0; b < starts.size(); ++b) {
         const std::size_t end = b + 1 < starts.size() ? starts[b + 1] : lines.size();
         CHART_CURVE_TYPE c;
-        c.legend = trim(lines[starts[b]].substr(2)).substr(0, kLegendLen);
+        c.legend = Trim(lines[starts[b]].substr(2)).substr(0, kLegendLen);
         int n = 0;
         std::size_t i = starts[b] + 1;
         while (i < end && lines[i].find("N_POINTS") == std::string::npos) ++i;
@@ -127,7 +118,7 @@ bool Read_Gdf_Text(const std::string& text, CHART_TYPE& chart, std::string& mess
             std::istringstream w(lines[i]);
             std::string word;
             w >> word;
-            const std::string style = lower(word.substr(0, 7));
+            const std::string style = Lower(word.substr(0, 7));
             if (style == "marker" || style == "scatter" || style == "errbar" || style == "legend") {
                 c.marker = style == "marker", c.scatter = style == "scatter", c.errbar = style == "errbar";
                 c.legend_on = style == "legend";
@@ -139,7 +130,7 @@ bool Read_Gdf_Text(const std::string& text, CHART_TYPE& chart, std::string& mess
         std::vector<double> vals;
         std::vector<double> row;
         for (; i < end && static_cast<int>(pie ? c.y.size() : vals.size() / (c.errbar ? 3 : 2)) < n; ++i) {
-            if (trim(lines[i]).empty()) continue;
+            if (Trim(lines[i]).empty()) continue;
             if (pie) {
                 std::istringstream w(lines[i]);
                 std::string word;
@@ -149,7 +140,7 @@ bool Read_Gdf_Text(const std::string& text, CHART_TYPE& chart, std::string& mess
                 std::getline(w, label);
                 c.y.push_back(static_cast<float>(x));
                 c.x.push_back(static_cast<float>(c.y.size()));
-                c.labels.push_back(trim(label).substr(0, kLegendLen));
+                c.labels.push_back(Trim(label).substr(0, kLegendLen));
                 continue;
             }
             if (!numbers(lines[i], row)) return fail(message, "Error reading data!", chart);
@@ -202,7 +193,7 @@ bool Read_Seq_Text(const std::string& text, std::vector<SEQ_BLOCK_TYPE>& blocks,
     for (std::size_t b = 0; b < starts.size(); ++b) {
         const std::size_t begin = starts[b], end = b + 1 < starts.size() ? starts[b + 1] : lines.size();
         SEQ_BLOCK_TYPE k;
-        k.file = trim(lines[begin].substr(lines[begin].find("NEW_REFINEMENT") + 14));
+        k.file = Trim(lines[begin].substr(lines[begin].find("NEW_REFINEMENT") + 14));
         std::string v;
         if (!keyword(lines, begin, end, "NUMPAR", v) || !first_int(v, k.numpar) || k.numpar < 0)
             return seq_fail(message, "Error reading the number of Parameters!", blocks);
@@ -223,7 +214,7 @@ bool Read_Seq_Text(const std::string& text, std::vector<SEQ_BLOCK_TYPE>& blocks,
             for (const char* key : {"NUMPAR", "N_PATT", "NPHASE", "GLOBAL_CHI_2", "TEMPERATURE"})
                 if (lines[j].find(key) != std::string::npos) i = std::max(i, j + 1);
         auto next = [&]() {
-            while (i < end && trim(lines[i]).empty()) ++i;
+            while (i < end && Trim(lines[i]).empty()) ++i;
             return i < end;
         };
         for (int p = 0; p < k.numpar; ++p) {

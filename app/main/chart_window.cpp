@@ -102,6 +102,16 @@ bool make_chart(const std::vector<hxl::SEQ_BLOCK_TYPE>& blocks, int x, const std
     return true;
 }
 
+// A ".gdf" file into `chart`, or a ".seq" file into `blocks`; false with the reader's text.
+bool read_file(const std::string& file, hxl::CHART_TYPE& chart, std::vector<hxl::SEQ_BLOCK_TYPE>& blocks,
+               std::string& message) {
+    std::ifstream in(file, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    return hxl::Upper_Extension(file) == ".GDF" ? hxl::Read_Gdf_Text(text.str(), chart, message)
+                                                : hxl::Read_Seq_Text(text.str(), blocks, message);
+}
+
 // The columns of a sequence chosen in the dialog; false when given up or refused (said).
 bool choose_columns() {
     CHART_VIEW_TYPE& v = view();
@@ -179,12 +189,8 @@ void load(const std::string& file, bool ask) {
         redraw();
         return;
     }
-    std::ifstream in(file, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
     std::string message;
-    const bool ok = ext == ".GDF" ? hxl::Read_Gdf_Text(text.str(), v.chart, message)
-                                  : hxl::Read_Seq_Text(text.str(), v.blocks, message);
+    const bool ok = read_file(file, v.chart, v.blocks, message);
     std::error_code ec;
     v.stamp = std::filesystem::last_write_time(file, ec);
     if (!ok) {
@@ -236,16 +242,12 @@ void follow() {
     std::error_code ec;
     const std::filesystem::file_time_type t = std::filesystem::last_write_time(v.file, ec);
     if (ec || t == v.stamp) return;
-    std::ifstream in(v.file, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
     std::string message;
     hxl::CHART_TYPE chart;
     std::vector<hxl::SEQ_BLOCK_TYPE> blocks;
     const bool seq = hxl::Upper_Extension(v.file) == ".SEQ";
-    const bool ok = seq ? hxl::Read_Seq_Text(text.str(), blocks, message) &&
-                              make_chart(blocks, v.x, v.ys, v.codes, v.kind, v.title, v.xtext, v.ytext, chart, message)
-                        : hxl::Read_Gdf_Text(text.str(), chart, message);
+    const bool ok = read_file(v.file, chart, blocks, message) &&
+                    (!seq || make_chart(blocks, v.x, v.ys, v.codes, v.kind, v.title, v.xtext, v.ytext, chart, message));
     if (!ok || (seq && !v.chosen)) {
         WindowOutStatusBar(3, "The file is being written: the last chart is kept (" + message + ")");
         return;

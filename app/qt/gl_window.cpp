@@ -27,6 +27,7 @@
 #include <memory>
 #include <sstream>
 
+#include "app/present.h"
 #include "app/present_gl.h"
 
 namespace zendrite {
@@ -87,14 +88,6 @@ void main() {
     frag = vec4(min(c, vec3(1.0)), 1.0);
 }
 )";
-
-// Nice tick step for about `count` ticks over [a, b].
-double tick_step(double a, double b, int count) {
-    const double span = std::fabs(b - a);
-    if (!(span > 0) || !std::isfinite(span)) return 0;
-    const double raw = span / count, p = std::pow(10.0, std::floor(std::log10(raw))), f = raw / p;
-    return (f < 1.5 ? 1 : f < 3.5 ? 2 : f < 7.5 ? 5 : 10) * p;
-}
 
 QString tick_text(double v, double step) {
     const int decimals = std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9)));
@@ -321,7 +314,7 @@ private:
         font.setPointSizeF(std::max(7.0, h / 70.0));
         p.setFont(font);
         auto axis = [&](double lo, double hi, auto place, const std::string& legend, QPointF shift) {
-            const double step = tick_step(lo, hi, 5);
+            const double step = Nice_Tick_Step(lo, hi, 5);
             if (step > 0)
                 for (double v = std::ceil(lo / step - 1e-9) * step; v <= hi + 1e-9 * step; v += step) {
                     const double t = (v - lo) / (hi - lo);
