@@ -101,7 +101,7 @@ void WMenu(int id);
 void WMenuSetState(int item, int kind, int value);  // kind 1: 1 enables, 0 greys; kind 2: 1 checks
 int WMenuGetState(int item, int kind);
 void WMenuSetString(int item, const std::string& text);
-// The keys that choose an item, as "Ctrl+Shift+O"; may come before the menu bar is built.
+// The keys that choose an item, as "Ctrl+Shift+O", several parted by "; "; may come before the menu bar is built.
 void WMenuSetShortcut(int item, const std::string& keys);
 std::string WMenuGetString(int item);
 bool WMenuHasItem(int item);

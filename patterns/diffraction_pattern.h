@@ -46,6 +46,7 @@ struct DIFFRACTION_PATTERN_TYPE {
     Array1<float> ycalc;
     Array1<float> bgr;
     Array1<float> aux;
+    bool operator==(const DIFFRACTION_PATTERN_TYPE&) const = default;
 };
 
 // The outcome of every operation of the pattern module; one pair per thread,

@@ -29,6 +29,7 @@ struct PRF_INFO_ADD_TYPE {
     int nexcl = 0;
     Array1<float> excl_low = Array1<float>(kMaxExcluded);
     Array1<float> excl_high = Array1<float>(kMaxExcluded);
+    bool operator==(const PRF_INFO_ADD_TYPE&) const = default;
 };
 
 }  // namespace hxl

@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "app/main/arith_commands.h"
+#include "app/main/menu_groups.h"
+#include "app/store/history.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
 #include "calc/arithmetic.h"
@@ -140,8 +142,11 @@ void Multiply_Shift_Panel(int& status, std::string& text) {
         } else if (b == kSave) {
             if (std::string e = save_totals(); !e.empty()) Show_Message(e);
         } else if (b == kApply || b == kIdOk) {
+            // each Apply is a step of its own, so that one of several can be taken back
+            History_Begin("Multiply Y / Shift X", kHistoryArrays);
             if (std::string e = apply_rows(); !e.empty()) Show_Message(e);
             Plot_Again();
+            Command_End();
         }
     }
     WDialogSelect(kPanel);

@@ -28,6 +28,21 @@ void File_Reset(int item);
 void File_Recent(int item);
 void File_Exit(int item);
 
+// edit_menu.cpp: the history of the store
+inline constexpr int kUndoItem = 40246, kRedoItem = 40247, kHistoryItem = 40248;
+void Edit_Undo(int item);
+void Edit_Redo(int item);
+void Edit_History(int item);  // the steps, a click goes to one; the limits of the history
+// Around every menu command: the commands that change the store record themselves as a step.
+void Command_Begin(int item);
+void Command_End();
+// Around a press and release of the mouse on the plot: an edit of the lists or regions is a step.
+void Mouse_Edit_Begin();
+void Mouse_Edit_End();
+void History_Menus();  // the Undo and Redo items named after their steps
+void Read_History_Limits();
+std::string History_Dump();  // position, steps, bytes and the names, for scripts
+
 // picture_commands.cpp: the root window's picture into a file or onto a printer
 void File_Save_Graphic(int item);
 void File_Print(int item);

@@ -36,6 +36,10 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             {40069, File_Recent},
             {40070, File_Recent},
             {40005, File_Exit},
+            // Edit
+            {kUndoItem, Edit_Undo},
+            {kRedoItem, Edit_Redo},
+            {kHistoryItem, Edit_History},
             // Options, Help
             {40033, Options_Preferences},
             {40018, Help_About},

@@ -8,6 +8,8 @@
 #include "app/main/root_menu.h"
 #include "app/main/zendrite_app.h"
 #include "app/present.h"
+#include "app/main/menu_groups.h"
+#include "app/store/history.h"
 #include "app/store/zendrite_param_global.h"
 
 namespace zendrite {
@@ -21,7 +23,9 @@ namespace {
 
 void menu(int item) {
     if (MENU_ROUTINE routine = Menu_Routine(item)) {
+        Command_Begin(item);
         routine(item);
+        Command_End();
         return;
     }
     if (item < 40002 || item > 40229) return;
@@ -41,7 +45,10 @@ void ihand_winroot(int type, const WIN_MESSAGE& message) {
     case MouseMove:
         if (g.graph_mode == "none") break;
         if (g.MoveMode > 5) fault("Fault: /zendrite_win_root/Ihand_WinRoot/17 Unknown MoveMode ");
+        // a press to its release is one step, so that a drag is undone whole
+        if (type == MouseButDown) Mouse_Edit_Begin();
         Root_Mouse(message);
+        if (type == MouseButUp) Mouse_Edit_End();
         break;
     case MouseWheel:
         if (g.graph_mode != "none") Root_Wheel(message);
@@ -54,8 +61,10 @@ void ihand_winroot(int type, const WIN_MESSAGE& message) {
     case FilesDropped:
         // Loading is refused in the calculation modes, as the File menu greys its items there.
         if (WMenuGetState(40014, 1) == 0) break;
+        History_Begin("Open dropped files", kHistoryArrays);
         Open_Dropped(message.paths);
         Plot_ReMake();
+        Command_End();
         break;
     case CloseRequest: Shutdown(); break;
     default: break;

@@ -38,6 +38,7 @@ const std::vector<MENU_ENTRY>& entries() {
         sep(),
         it(40005, "Exit"),
         end(),
+        pop("Edit"), it(kUndoItem, "Undo"), it(kRedoItem, "Redo"), sep(), it(kHistoryItem, "History..."), end(),
         pop("Profiles"),
         it(40021, "Focus"), it(40036, "Focus Profile"), ck(40111, "View target at centre"), sep(),
         it(40141, "Shift"), it(40149, "Offset/Align"), it(40124, "Scaling X"), it(40115, "Scaling Y"),
@@ -112,7 +113,8 @@ void Define_Root_Menu() {
     WMenuDefine(kRootMenu, entries());
     // the desktop's keys for the everyday file items
     const std::pair<int, const char*> keys[] = {{40014, "Ctrl+O"}, {kOpenFolderItem, "Ctrl+Shift+O"}, {40209, "Ctrl+S"},
-                                                {40044, "Ctrl+E"},  {40122, "Ctrl+P"},                 {40005, "Ctrl+Q"}};
+                                                {40044, "Ctrl+E"},  {40122, "Ctrl+P"},                 {40005, "Ctrl+Q"},
+                                                {kUndoItem, "Ctrl+Z"},  {kRedoItem, "Ctrl+Shift+Z; Ctrl+Y"}};
     for (const auto& [item, key] : keys) WMenuSetShortcut(item, key);
 }
 
@@ -121,6 +123,9 @@ void Show_Root_Toolbar() {
                                 {40014, "open", "Open Pattern file"},
                                 {40104, "edit", "Edit the last control file"},
                                 {40155, "GG", "Generic graphs"},
+                                {0, "", ""},
+                                {kUndoItem, "undo", "Undo the last change (Ctrl+Z)"},
+                                {kRedoItem, "redo", "Redo the change undone (Ctrl+Shift+Z)"},
                                 {0, "", ""},
                                 {40133, "start", "To the start"},
                                 {40106, "left", "Move left"},

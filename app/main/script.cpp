@@ -389,6 +389,14 @@ bool step(const std::string& line, WIN_MESSAGE& m) {
         }
     } else if (cmd == "editor" && w.size() >= 2) {
         return editor_step(line, w, m);
+    } else if (cmd == "history" && w.size() == 2) {
+        if (!Write_File_Replace(w[1], History_Dump())) bad(line, "cannot write");
+        return false;
+    } else if ((cmd == "undo" || cmd == "redo") && w.size() == 1) {
+        m = WIN_MESSAGE{};
+        m.type = MenuSelect;
+        m.value1 = cmd == "undo" ? kUndoItem : kRedoItem;
+        return true;
     } else if (cmd == "quit" && w.size() == 1) {
         m = WIN_MESSAGE{};
         m.type = MenuSelect;

@@ -107,6 +107,8 @@ void Zendrite_Start(const std::vector<std::string>& args) {
     Show_Root_Toolbar();
     Read_Recent_Files();
     Show_Recent_Files();
+    Read_History_Limits();
+    History_Menus();
     Read_Second_Axis_Setting();
     Spectral_Lines_Command(40221);  // the lines start switched off, their items greyed
     if (!pref_exists) {

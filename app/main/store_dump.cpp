@@ -21,6 +21,19 @@ static double Dump_Sum(const hxl::Array1<float>& v, int n) {
     return sum;
 }
 
+// FNV-1a over the bits of every array of a record, so that any changed value shows in the dump.
+static unsigned long long Dump_Hash(const DIFFRACTION_PATTERN_TYPE& p) {
+    unsigned long long h = 1469598103934665603ull;
+    auto add = [&h](const auto& a) {
+        const auto* b = reinterpret_cast<const unsigned char*>(a.data());
+        const std::size_t n = static_cast<std::size_t>(a.size()) * sizeof(*a.data());
+        for (std::size_t i = 0; i < n; ++i) h = (h ^ b[i]) * 1099511628211ull;
+        h = (h ^ n) * 1099511628211ull;
+    };
+    add(p.x), add(p.y), add(p.sigma), add(p.istat), add(p.ycalc), add(p.bgr), add(p.aux);
+    return h;
+}
+
 std::string Store_Dump() {
     const ZENDRITE_STORE& g = zendrite_param_global();
     std::ostringstream o;
@@ -71,6 +84,7 @@ std::string Store_Dump() {
           << Dump_Number(g.draw_dy[static_cast<std::size_t>(s)]) << "\n"
           << "  y_sum " << Dump_Number(Dump_Sum(p.y, p.npts)) << "\n"
           << "  sigma_sum " << Dump_Number(Dump_Sum(p.sigma, p.npts)) << "\n"
+          << "  arrays_hash " << std::hex << Dump_Hash(p) << std::dec << "\n"
           << "  nexcl " << in.nexcl << "\n";
         // A calculated curve: its sum and that of the difference, so that a fit shows.
         if (g.plot_calc[static_cast<std::size_t>(s)] && p.ycalc.size() >= p.npts) {

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPainter>
+#include <QPainterPath>
 #include <QStyle>
 #include <QToolBar>
 #include <QBoxLayout>
@@ -21,7 +22,8 @@ QAction* make_action(const MENU_ENTRY& e, QObject* parent) {
     auto* a = new QAction(Q(e.label), parent);
     a->setCheckable(e.checkable);
     const int item = e.item;
-    if (auto k = l.menu_shortcuts.find(item); k != l.menu_shortcuts.end()) a->setShortcut(QKeySequence(Q(k->second)));
+    if (auto k = l.menu_shortcuts.find(item); k != l.menu_shortcuts.end())
+        a->setShortcuts(QKeySequence::listFromString(Q(k->second)));
     QObject::connect(a, &QAction::triggered, [item](bool) {
         WIN_MESSAGE m;
         m.type = MenuSelect;
@@ -72,6 +74,22 @@ QIcon tool_icon(const std::string& name) {
     p.setPen(QPen(QColor(40, 60, 110), 1.5));
     p.setBrush(QColor(225, 232, 245));
     p.drawRoundedRect(QRectF(1.5, 1.5, 21, 21), 4, 4);
+    if (name == "undo" || name == "redo") {  // a hooked arrow, turning back or forward
+        const bool undo = name == "undo";
+        QPainterPath arc;
+        arc.moveTo(undo ? 17 : 7, 17);
+        arc.cubicTo(undo ? 19 : 5, 9, undo ? 12 : 12, 6, undo ? 6 : 18, 9);
+        p.setBrush(Qt::NoBrush);
+        p.setPen(QPen(QColor(40, 60, 110), 2.0));
+        p.drawPath(arc);
+        QPolygonF head;
+        const double x = undo ? 6 : 18, s = undo ? 1 : -1;
+        head << QPointF(x - s * 1, 9) << QPointF(x + s * 5, 4.5) << QPointF(x + s * 5, 12.5);
+        p.setPen(Qt::NoPen);
+        p.setBrush(QColor(40, 60, 110));
+        p.drawPolygon(head);
+        return QIcon(pm);
+    }
     QFont f = p.font();
     f.setBold(true);
     f.setPixelSize(name.size() > 2 ? 9 : 14);
@@ -120,6 +138,7 @@ void WMenuSetState(int item, int kind, int value) {
         if (kind == 1) it->second->setEnabled(value != 0);
         if (kind == 2) it->second->setChecked(value != 0);
     }
+    if (auto it = l.tool_actions.find(item); it != l.tool_actions.end() && kind == 1) it->second->setEnabled(value != 0);
 }
 
 int WMenuGetState(int item, int kind) {
@@ -138,7 +157,8 @@ void WMenuSetString(int item, const std::string& text) {
 void WMenuSetShortcut(int item, const std::string& keys) {
     LAYER& l = L();
     l.menu_shortcuts[item] = keys;
-    if (auto it = l.actions.find(item); it != l.actions.end()) it->second->setShortcut(QKeySequence(Q(keys)));
+    if (auto it = l.actions.find(item); it != l.actions.end())
+        it->second->setShortcuts(QKeySequence::listFromString(Q(keys)));
 }
 
 std::string WMenuGetString(int item) {
@@ -157,6 +177,7 @@ void WMenuToolbar(int /*id*/, const std::vector<TOOL_ENTRY>& entries) {
         l.toolbar->setIconSize(QSize(22, 22));
     }
     l.toolbar->clear();
+    l.tool_actions.clear();
     for (const TOOL_ENTRY& t : entries) {
         if (t.item == 0) {
             l.toolbar->addSeparator();
@@ -165,6 +186,8 @@ void WMenuToolbar(int /*id*/, const std::vector<TOOL_ENTRY>& entries) {
         QAction* a = l.toolbar->addAction(tool_icon(t.icon), Q(t.tip));
         a->setToolTip(Q(t.tip));
         const int item = t.item;
+        if (auto e = l.menu_enabled.find(item); e != l.menu_enabled.end()) a->setEnabled(e->second);
+        l.tool_actions[item] = a;
         QObject::connect(a, &QAction::triggered, [item](bool) {
             WIN_MESSAGE m;
             m.type = MenuSelect;

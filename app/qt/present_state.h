@@ -120,6 +120,7 @@ struct LAYER {
     std::map<int, bool> menu_enabled, menu_checked;
     std::map<int, std::string> menu_shortcuts;
     QToolBar* toolbar = nullptr;
+    std::map<int, QAction*> tool_actions;  // a toolbar button greys with its menu item
     std::map<int, DIALOG_TEMPLATE> templates;
     int next_titled = 9000;
     std::map<int, std::unique_ptr<DIALOG_STATE>> dialogs;

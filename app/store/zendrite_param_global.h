@@ -24,23 +24,25 @@ inline constexpr int kRietveldSlots = 20;
 
 struct PEAK_RECORD {
     float x = 0, y = 0, bgr = 0;
+    bool operator==(const PEAK_RECORD&) const = default;
 };
 struct BGR_RECORD {
     float x = 0, y = 0;
+    bool operator==(const BGR_RECORD&) const = default;
 };
 struct PEAK_LIST_TYPE {
     int count = 0;
     std::array<PEAK_RECORD, kMaxPeaks + 2> p{};  // one beyond 400: a 401st peak may be inserted by hand
+    bool operator==(const PEAK_LIST_TYPE&) const = default;
 };
 struct BGR_LIST_TYPE {
     int count = 0;
     std::array<BGR_RECORD, kMaxBgrPoints + 1> p{};
+    bool operator==(const BGR_LIST_TYPE&) const = default;
 };
 
-struct ZENDRITE_STORE {
-    // Slot arrays; element 0 is unused so that slots are numbered from 1.
-    std::array<DIFFRACTION_PATTERN_TYPE, kMaxProfiles + 1> pattern;
-    std::array<PRF_INFO_ADD_TYPE, kMaxProfiles + 1> info;
+// Everything of the store but the slot records: what the history keeps whole with every step.
+struct STORE_STATE {
     std::array<bool, kMaxProfiles + 1> show_profile{};
     std::array<bool, kMaxProfiles + 1> plot_calc{};
     std::array<bool, kMaxProfiles + 1> plot_bgr{};
@@ -78,6 +80,14 @@ struct ZENDRITE_STORE {
     bool peak_insert = false, peak_delete = false, bgr_insert = false, bgr_delete = false;
     PEAK_LIST_TYPE Peak_List;
     BGR_LIST_TYPE Bgr_List;
+    bool operator==(const STORE_STATE&) const = default;
+};
+
+struct ZENDRITE_STORE : STORE_STATE {
+    // Slot arrays; element 0 is unused so that slots are numbered from 1.
+    std::array<DIFFRACTION_PATTERN_TYPE, kMaxProfiles + 1> pattern;
+    std::array<PRF_INFO_ADD_TYPE, kMaxProfiles + 1> info;
+    // The recent files belong to the user, not to a step of the history.
     std::array<std::string, kMaxRecent + 1> recent{"", "-", "-", "-", "-", "-"};
 };
 
