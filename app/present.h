@@ -104,6 +104,11 @@ void WMenuSetString(int item, const std::string& text);
 // The keys that choose an item, as "Ctrl+Shift+O", several parted by "; "; may come before the menu bar is built.
 void WMenuSetShortcut(int item, const std::string& keys);
 std::string WMenuGetString(int item);
+// The line the status bar shows while the pointer rests on the item (menus and toolbar).
+void WMenuSetHint(int item, const std::string& text);
+std::string WMenuGetHint(int item);
+// The keys of the item, as given to WMenuSetShortcut; empty without.
+std::string WMenuGetShortcut(int item);
 bool WMenuHasItem(int item);
 
 struct TOOL_ENTRY {

@@ -111,11 +111,7 @@ const std::vector<MENU_ENTRY>& entries() {
 
 void Define_Root_Menu() {
     WMenuDefine(kRootMenu, entries());
-    // the desktop's keys for the everyday file items
-    const std::pair<int, const char*> keys[] = {{40014, "Ctrl+O"}, {kOpenFolderItem, "Ctrl+Shift+O"}, {40209, "Ctrl+S"},
-                                                {40044, "Ctrl+E"},  {40122, "Ctrl+P"},                 {40005, "Ctrl+Q"},
-                                                {kUndoItem, "Ctrl+Z"},  {kRedoItem, "Ctrl+Shift+Z; Ctrl+Y"}};
-    for (const auto& [item, key] : keys) WMenuSetShortcut(item, key);
+    Set_Menu_Hints_And_Keys();
 }
 
 void Show_Root_Toolbar() {

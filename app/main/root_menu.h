@@ -1,5 +1,6 @@
 #pragma once
 // Menu bar 30001 of the root window, its toolbar, and the menu states of the modes.
+#include <utility>
 #include <vector>
 
 namespace zendrite {
@@ -12,6 +13,10 @@ inline constexpr int kRecentItems[5] = {40038, 40067, 40068, 40069, 40070};
 
 void Define_Root_Menu();     // registers the template and the toolbar
 void Show_Root_Toolbar();
+// menu_hints.cpp: the status-bar line of every item and the keys of the everyday ones
+const std::vector<std::pair<int, const char*>>& Menu_Hints();
+const std::vector<std::pair<int, const char*>>& Menu_Keys();
+void Set_Menu_Hints_And_Keys();
 // Items of the commands that need data; greyed in the "none" mode.
 const std::vector<int>& Data_Menu_Items();
 void Grey_Data_Menus(bool enabled);

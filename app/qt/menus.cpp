@@ -24,6 +24,7 @@ QAction* make_action(const MENU_ENTRY& e, QObject* parent) {
     const int item = e.item;
     if (auto k = l.menu_shortcuts.find(item); k != l.menu_shortcuts.end())
         a->setShortcuts(QKeySequence::listFromString(Q(k->second)));
+    if (auto h = l.menu_hints.find(item); h != l.menu_hints.end()) a->setStatusTip(Q(h->second));
     QObject::connect(a, &QAction::triggered, [item](bool) {
         WIN_MESSAGE m;
         m.type = MenuSelect;
@@ -159,6 +160,25 @@ void WMenuSetShortcut(int item, const std::string& keys) {
     l.menu_shortcuts[item] = keys;
     if (auto it = l.actions.find(item); it != l.actions.end())
         it->second->setShortcuts(QKeySequence::listFromString(Q(keys)));
+    else if (auto t = l.tool_actions.find(item); t != l.tool_actions.end())  // a toolbar button alone
+        t->second->setShortcuts(QKeySequence::listFromString(Q(keys)));
+}
+
+std::string WMenuGetShortcut(int item) {
+    auto it = L().menu_shortcuts.find(item);
+    return it == L().menu_shortcuts.end() ? std::string() : it->second;
+}
+
+void WMenuSetHint(int item, const std::string& text) {
+    LAYER& l = L();
+    l.menu_hints[item] = text;
+    if (auto it = l.actions.find(item); it != l.actions.end()) it->second->setStatusTip(Q(text));
+    if (auto t = l.tool_actions.find(item); t != l.tool_actions.end()) t->second->setStatusTip(Q(text));
+}
+
+std::string WMenuGetHint(int item) {
+    auto it = L().menu_hints.find(item);
+    return it == L().menu_hints.end() ? std::string() : it->second;
 }
 
 std::string WMenuGetString(int item) {
@@ -187,6 +207,11 @@ void WMenuToolbar(int /*id*/, const std::vector<TOOL_ENTRY>& entries) {
         a->setToolTip(Q(t.tip));
         const int item = t.item;
         if (auto e = l.menu_enabled.find(item); e != l.menu_enabled.end()) a->setEnabled(e->second);
+        auto hint = l.menu_hints.find(item);
+        a->setStatusTip(Q(hint != l.menu_hints.end() ? hint->second : t.tip));
+        // the keys of an item that is on the toolbar alone belong to its button
+        if (auto k = l.menu_shortcuts.find(item); k != l.menu_shortcuts.end() && !l.actions.count(item))
+            a->setShortcuts(QKeySequence::listFromString(Q(k->second)));
         l.tool_actions[item] = a;
         QObject::connect(a, &QAction::triggered, [item](bool) {
             WIN_MESSAGE m;

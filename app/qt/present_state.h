@@ -118,7 +118,7 @@ struct LAYER {
     std::map<int, QAction*> actions;
     std::map<int, std::string> menu_labels;
     std::map<int, bool> menu_enabled, menu_checked;
-    std::map<int, std::string> menu_shortcuts;
+    std::map<int, std::string> menu_shortcuts, menu_hints;
     QToolBar* toolbar = nullptr;
     std::map<int, QAction*> tool_actions;  // a toolbar button greys with its menu item
     std::map<int, DIALOG_TEMPLATE> templates;

@@ -9,6 +9,14 @@
 #include "app/store/add_profile.h"
 #include "app/store/zendrite_param_global.h"
 
+// Qt after the program's headers: its "slots" would clash with a field of theirs.
+#include <QAction>
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenu>
+#include <QTest>
+#include <QToolBar>
+
 using namespace zendrite;
 
 namespace {
@@ -84,4 +92,45 @@ TEST_F(RootMenu, RecentItemsShowNamesOrEmpty) {
     EXPECT_EQ(WMenuGetString(40038), "1. /data/a.dat");
     EXPECT_EQ(WMenuGetString(40067), "2. /data/b.dat");
     EXPECT_EQ(WMenuGetState(40068, 1), 0);
+}
+
+// Every item says in the status bar what it does, the toolbar buttons too, and the keys of the
+// everyday items reach their commands as a press on the real window would.
+TEST_F(RootMenu, EveryItemHasAHintAndTheKeysReachTheirCommands) {
+    for (int item : Root_Menu_Items()) EXPECT_GE(WMenuGetHint(item).size(), 12u) << item << " " << WMenuGetString(item);
+    QMainWindow* root = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* m = qobject_cast<QMainWindow*>(w); m && m->isVisible()) root = m;
+    ASSERT_NE(root, nullptr);
+    Show_Root_Toolbar();
+    const QToolBar* bar = root->findChild<QToolBar*>();
+    ASSERT_NE(bar, nullptr);
+    for (const QAction* a : root->findChildren<QAction*>())
+        if (!a->isSeparator() && !a->menu() && !a->text().isEmpty() && a != bar->toggleViewAction()) EXPECT_FALSE(a->statusTip().isEmpty()) << a->text().toStdString();
+    root->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(root));
+    // the items are enabled as with profiles loaded; each key, pressed on the window, gives its item
+    for (const auto& [item, keys] : Menu_Keys()) WMenuSetState(item, 1, 1);
+    int checked = 0;
+    for (const auto& [item, keys] : Menu_Keys()) {
+        for (const QKeySequence& k : QKeySequence::listFromString(QString::fromUtf8(keys))) {
+            while (WMessagePending()) {
+                int t = 0;
+                WIN_MESSAGE m;
+                WMessage(t, m);
+            }
+            QTest::keySequence(root, k);
+            int type = 0;
+            WIN_MESSAGE m;
+            ASSERT_TRUE(WMessagePending()) << keys << " gave nothing";
+            WMessage(type, m);
+            EXPECT_EQ(type, MenuSelect) << keys;
+            EXPECT_EQ(m.value1, item) << keys;
+            ++checked;
+        }
+    }
+    EXPECT_GE(checked, 30);
+    EXPECT_EQ(WMenuGetShortcut(40014), "Ctrl+O");
+    EXPECT_EQ(WMenuGetShortcut(40016), "Ctrl+Shift+O");
+    EXPECT_EQ(WMenuGetShortcut(40084), "F1");
 }
