@@ -33,6 +33,11 @@ PLOT_SETTINGS defaults() {
     s.legend = TEXT_STYLE{0, 3, 1, 1, 10};
     return s;
 }
+
+std::string& style_name() {
+    static std::string name = "Classic";
+    return name;
+}
 }  // namespace
 
 PLOT_SETTINGS& Plot_Settings() {
@@ -40,7 +45,43 @@ PLOT_SETTINGS& Plot_Settings() {
     return settings;
 }
 
-void Set_Default_Plot_Settings() { Plot_Settings() = defaults(); }
+void Set_Default_Plot_Settings() { Set_Plot_Style(Plot_Style()); }
+
+const std::array<int, 12>& Publication_Colours() {
+    // The Okabe-Ito set without its yellow (faint on white), then four of Tol's muted colours.
+    static const std::array<int, 12> c = {
+        WRGB(0, 114, 178),  WRGB(213, 94, 0),   WRGB(0, 158, 115),  WRGB(204, 121, 167),
+        WRGB(86, 180, 233), WRGB(230, 159, 0),  WRGB(0, 0, 0),      WRGB(51, 34, 136),
+        WRGB(136, 34, 85),  WRGB(68, 170, 153), WRGB(153, 153, 51), WRGB(119, 119, 119)};
+    return c;
+}
+
+void Set_Plot_Style(const std::string& style) {
+    const std::string axis = Plot_Settings().second_axis;  // the axis is a choice of its own
+    PLOT_SETTINGS s = defaults();
+    style_name() = style == "Publication" ? "Publication" : "Classic";
+    if (style_name() == "Publication") {
+        s.background_colour = s.zone_colour = WRGB(255, 255, 255);
+        for (int k = 1; k <= kStyleCount; ++k) {
+            PROFILE_STYLE& st = s.styles[static_cast<std::size_t>(k)];
+            st.line_colour = st.marker_colour = Publication_Colours()[static_cast<std::size_t>(k - 1)];
+            st.line_width = 1, st.line_type = 0;
+            st.marker = 1;  // a line through the points: they are denser than the pixels in any real pattern
+        }
+        s.calc_style = CURVE_STYLE{WRGB(0, 0, 0), 0, 1, 1, 5};
+        s.diff_style = CURVE_STYLE{WRGB(119, 119, 119), 0, 1, 1, 5};
+        s.tick_colour = WRGB(0, 158, 115);
+        s.excluded_colour = WRGB(220, 220, 220);
+        s.title = TEXT_STYLE{WRGB(0, 0, 0), 3, 1, 1, 18};
+        s.x_legend = TEXT_STYLE{WRGB(0, 0, 0), 3, 1, 1, 15};
+        s.y_legend = TEXT_STYLE{WRGB(0, 0, 0), 7, 1, 1, 15};
+    }
+    s.second_axis = axis;
+    Plot_Settings() = s;
+}
+
+const std::string& Plot_Style() { return style_name(); }
+
 
 int Style_Of_Slot(int slot) { return slot - kStyleCount * ((slot - 1) / kStyleCount); }
 

@@ -56,6 +56,12 @@ struct PLOT_SETTINGS {
 
 PLOT_SETTINGS& Plot_Settings();
 void Set_Default_Plot_Settings();
+// The two plot styles: "Classic", the system's colours, page and zone; "Publication", a white
+// page and zone, twelve colours that colour-blind readers tell apart, thin lines without markers.
+void Set_Plot_Style(const std::string& style);
+const std::string& Plot_Style();
+// The twelve colours of the Publication style, in the order the slots take them.
+const std::array<int, 12>& Publication_Colours();
 
 // Style number of a slot: 1..12 in turn.
 int Style_Of_Slot(int slot);

@@ -77,6 +77,11 @@ inline constexpr int kSequentialRunItem = 40245;
 void Ext_Sequential_Run(int item);
 void Multi_View_Settings(int item);
 
+// plot_style_setting.cpp: Options, the Classic or Publication plot style
+inline constexpr int kPlotStyleItem = 40249;
+void Options_Plot_Style(int item);
+void Read_Plot_Style_Setting();  // the kept style, with the menu check
+
 // second_axis_setting.cpp: the check items of a second X axis in d or in Q
 inline constexpr int kSecondAxisD = 40240, kSecondAxisQ = 40241;
 void View_Second_Axis(int item);

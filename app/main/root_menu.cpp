@@ -97,7 +97,7 @@ const std::vector<MENU_ENTRY>& entries() {
         it(40188, "Run Dicvol"), it(40192, "Run Ito"), it(40178, "Run Ombra"), it(40193, "Run Treor"),
         it(40197, "Run Pellan"), sep(), it(40213, "Prepare a QVL file for Virelle"), it(40207, "Run Virelle"),
         end(),
-        pop("Options"), it(40033, "Preferences..."), end(),
+        pop("Options"), it(40033, "Preferences..."), ck(kPlotStyleItem, "Publication plot style"), end(),
         pop("Help"),
         it(40084, "HTML format"), it(40085, "PDF file"), it(40086, "Corvane Atelier user's guide"), sep(),
         it(40121, "cvnews Text Editor"), it(40156, "cvnews HTML"), sep(), it(40130, "Web Site"),

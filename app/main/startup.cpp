@@ -109,6 +109,7 @@ void Zendrite_Start(const std::vector<std::string>& args) {
     Show_Recent_Files();
     Read_History_Limits();
     History_Menus();
+    Read_Plot_Style_Setting();
     Read_Second_Axis_Setting();
     Spectral_Lines_Command(40221);  // the lines start switched off, their items greyed
     if (!pref_exists) {
