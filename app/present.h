@@ -362,7 +362,7 @@ inline void IPgXYMarkers(const hxl::Array1<float>& x, const hxl::Array1<float>& 
 void IPgTitle(const std::string& text, const std::string& position);
 void IPgXLabel(const std::string& text, const std::string& position);
 void IPgYLabel(const std::string& text, const std::string& position);
-void IPgXScale(const std::string& code);  // "T" ticks, "N" numbers
+void IPgXScale(const std::string& code);  // "T" ticks, "N" numbers, "P" the values are powers of ten
 void IPgYScale(const std::string& code);
 void IPgXTickPos(float y);  // Y of the X axis in data units
 void IPgYTickPos(float x);

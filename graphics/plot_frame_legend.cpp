@@ -36,8 +36,10 @@ void draw_legend(int nperfiles) {
     for (int k = 1; k <= nperfiles; ++k) {
         const PROFILE_STYLE& st = s.styles[static_cast<std::size_t>(Style_Of_Slot(k))];
         IGrColourN(st.line_colour);
-        IPgLegendText("L", x, (0.8f - static_cast<float>(line) * 0.02f) * ph,
-                      hxl::Trim(g.info[static_cast<std::size_t>(k)].prf_name));
+        std::string name = hxl::Trim(g.info[static_cast<std::size_t>(k)].prf_name);
+        // inside the frame: a long name keeps its start and its end
+        if (Plot_Style() == "Publication") name = Shorten_Middle(name, 22);
+        IPgLegendText("L", x, (0.8f - static_cast<float>(line) * 0.02f) * ph, name);
         ++line;
         const float chi2 = g.info[static_cast<std::size_t>(k)].chi2;
         if (g.prf_loaded && chi2 > 0.0001f) {
@@ -54,7 +56,7 @@ void Draw_Frame_And_Legend(int nperfiles) {
     const ZENDRITE_STORE& g = zendrite_param_global();
     const PLOT_SETTINGS& s = Plot_Settings();
     if (g.target_at_centre) draw_target();
-    IGrLineWidth(2);
+    IGrLineWidth(Plot_Style() == "Publication" ? 1 : 2);
     IGrColourN(0);
     IPgBorder();
     IGrLineWidth(1);

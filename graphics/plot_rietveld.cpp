@@ -31,6 +31,9 @@ bool has_magnetic_reflections(const DIFFRACTION_PATTERN_TYPE& p, const PRF_INFO_
 
 int tick_colour(const DIFFRACTION_PATTERN_TYPE& p, const PRF_INFO_ADD_TYPE& info, int i, bool magnetic) {
     int colour = Plot_Settings().tick_colour;
+    // the Publication style tells the phases apart by colour, the cycle of the profiles again
+    if (Plot_Style() == "Publication" && !magnetic)
+        return Publication_Colours()[static_cast<std::size_t>((info.refl_phase(i) - 1) % 12)];
     if (magnetic) {
         if (holds(info.refl_label(i), "Nuc.+Mag.")) colour = 0xFF0000;
         else if (holds(info.refl_label(i), "Mag.")) colour = 0x0000FF;

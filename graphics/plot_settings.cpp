@@ -1,5 +1,7 @@
 #include "graphics/plot_settings.h"
 
+#include <vector>
+
 #include "app/present.h"
 
 namespace zendrite {
@@ -81,6 +83,16 @@ void Set_Plot_Style(const std::string& style) {
 }
 
 const std::string& Plot_Style() { return style_name(); }
+
+std::string Shorten_Middle(const std::string& text, std::size_t most) {
+    // counted in characters: the bytes that begin one
+    std::vector<std::size_t> starts;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) starts.push_back(i);
+    if (starts.size() <= most || most < 3) return text;
+    const std::size_t head = (most - 1) / 2, tail = most - 1 - head;
+    return text.substr(0, starts[head]) + "\u2026" + text.substr(starts[starts.size() - tail]);
+}
 
 
 int Style_Of_Slot(int slot) { return slot - kStyleCount * ((slot - 1) / kStyleCount); }

@@ -60,6 +60,8 @@ void Set_Default_Plot_Settings();
 // page and zone, twelve colours that colour-blind readers tell apart, thin lines without markers.
 void Set_Plot_Style(const std::string& style);
 const std::string& Plot_Style();
+// `text` of more than `most` characters as its start, an ellipsis and its end (UTF-8 safe).
+std::string Shorten_Middle(const std::string& text, std::size_t most);
 // The twelve colours of the Publication style, in the order the slots take them.
 const std::array<int, 12>& Publication_Colours();
 

@@ -82,7 +82,8 @@ void Draw_Axes_And_Texts(int nperfiles) {
     if (g.prf_loaded && s.hide_y_scale) Hide_Y_Scale_Beside_Band();
     Apply_Text_Style(s.y_scale);
     IPgYTickPos(f.xmin);
-    IPgYScale("TN");
+    // the Publication style labels a log axis in powers of ten
+    IPgYScale(f.log && Plot_Style() == "Publication" ? "TNP" : "TN");
 
     if (s.y_legend.position != 1) {
         std::string text = s.y_legend_text;

@@ -99,6 +99,33 @@ void scale(bool xaxis, const std::string& code) {
     font.setPixelSize(Font_Pixels(L().gr.font_h));
     p.setFont(font);
     const QFontMetricsF fm(font);
+    // "P": the values are powers of ten; a label 10 with its exponent at each whole decade and
+    // minor ticks at 2 to 9 times it, when at least one decade is in range
+    if (code.find('P') != std::string::npos && std::floor(hi) >= std::ceil(lo)) {
+        static const char* const sup[] = {"\u2070", "\u00b9", "\u00b2", "\u00b3", "\u2074",
+                                          "\u2075", "\u2076", "\u2077", "\u2078", "\u2079"};
+        const int every = std::max(1, static_cast<int>(std::ceil((hi - lo) / 8.0)));
+        for (int d = static_cast<int>(std::floor(lo)); d <= static_cast<int>(std::ceil(hi)); ++d) {
+            for (int m = 1; m <= 9; ++m) {
+                const double v = d + std::log10(static_cast<double>(m));
+                if (v < lo - 1e-9 || v > hi + 1e-9) continue;
+                const QPointF q = xaxis ? To_Pixel(static_cast<float>(v), at) : To_Pixel(at, static_cast<float>(v));
+                const double len = m == 1 ? tick : (every == 1 ? tick / 2 : 0);
+                if (ticks && len > 0) {
+                    if (xaxis) p.drawLine(q, q - QPointF(0, len));
+                    else p.drawLine(q, q + QPointF(len, 0));
+                }
+                if (!numbers || m != 1 || (d % every) != 0) continue;
+                std::string e = d < 0 ? "\u207b" : "";
+                for (char c : std::to_string(std::abs(d))) e += sup[c - '0'];
+                const QString s = Q("10" + e);
+                const double w = fm.horizontalAdvance(s);
+                if (xaxis) p.drawText(QPointF(q.x() - w / 2, q.y() + tick + fm.ascent()), s);
+                else p.drawText(QPointF(q.x() - tick - w, q.y() + fm.ascent() / 2 - 1), s);
+            }
+        }
+        return;
+    }
     for (double v = std::ceil(lo / step - 1e-6) * step; v <= hi + step * 1e-6; v += step) {
         const QPointF q = xaxis ? To_Pixel(static_cast<float>(v), at) : To_Pixel(at, static_cast<float>(v));
         if (ticks) {

@@ -235,3 +235,14 @@ TEST(PlotDrawing, ShiftDrawsAStackAndLeavesTheDataAlone) {
     EXPECT_EQ(g.draw_dy[3], 0.0f);
     EXPECT_EQ(g.shift_y_last, 0.0f);
 }
+
+// Legend names of the Publication style: the start and the end of a long name, counted in characters.
+TEST(PlotDrawing, LongNamesShortenedInTheMiddle) {
+    EXPECT_EQ(Shorten_Middle("abcdefghijklmnopqrstuvwxyz", 10), "abcd\u2026vwxyz");
+    EXPECT_EQ(Shorten_Middle("short.xy", 10), "short.xy");
+    EXPECT_EQ(Shorten_Middle("0123456789", 10), "0123456789");  // exactly the limit: kept whole
+    // "é" is two bytes and one character: never cut in half
+    EXPECT_EQ(Shorten_Middle("\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9", 5),
+              "\u00e9\u00e9\u2026\u00e9\u00e9");
+    EXPECT_EQ(Shorten_Middle("abcdef", 2), "abcdef");  // too small a limit to say anything: whole
+}

@@ -69,6 +69,14 @@ TEST_F(PlotStyle, PublicationColoursAndWhitePageBesideTheClassicOnes) {
         EXPECT_GE(p.count(k) ? p.at(k) : 0, 100) << std::hex << k;
         if (k != rgb(0, 0, 0)) EXPECT_EQ(c.count(k), 0u) << std::hex << k;
     }
+    // a log axis: powers of ten in the Publication style, the logarithms in the Classic one
+    ASSERT_EQ(batch("render" + files + " --out log_p.svg --log --style publication"), 0) << file("err.txt");
+    ASSERT_EQ(batch("render" + files + " --out log_c.svg --log"), 0) << file("err.txt");
+    const std::string lp = file("log_p.svg"), lc = file("log_c.svg");
+    EXPECT_NE(lp.find(">10\u00b3<"), std::string::npos);
+    EXPECT_NE(lp.find(">10\u2074<"), std::string::npos);
+    EXPECT_EQ(lc.find("10\u2074"), std::string::npos);
+    EXPECT_NE(lc.find(">4.0<"), std::string::npos);
     // Classic keeps its yellow; Publication has none
     EXPECT_GT(c.count(rgb(255, 255, 0)) ? c.at(rgb(255, 255, 0)) : 0, 0);
     EXPECT_EQ(p.count(rgb(255, 255, 0)), 0u);
