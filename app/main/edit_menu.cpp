@@ -28,6 +28,9 @@ struct RECORDED_COMMAND {
 };
 
 constexpr unsigned kAll = kHistoryArrays;
+// The commands that add a profile and leave the others as they are: the new slot is kept
+// whole, and nothing of the loaded ones need be copied before.
+constexpr unsigned kNew = 0;
 
 // The commands that change the store. Views, saves and the windows of their own are not steps.
 const std::vector<RECORDED_COMMAND>& recorded() {
@@ -50,13 +53,13 @@ const std::vector<RECORDED_COMMAND>& recorded() {
         {40124, "Scaling X", kAll},
         {40115, "Scaling Y", kAll},
         {40026, "Normalize (monitor)", kAll},
-        {40102, "Copy profile", kAll},
+        {40102, "Copy profile", kNew},
         {40023, "Show", 0},
         {40025, "Sorting", kAll},
         {40037, "Delete", kAll},
-        {40100, "Summation", kAll},
-        {40123, "Average", kAll},
-        {40101, "Difference", kAll},
+        {40100, "Summation", kNew},
+        {40123, "Average", kNew},
+        {40101, "Difference", kNew},
         {40162, "Multiply Y / Shift X", kAll},
         {40163, "Efficiency correction", kAll},
         // The filters change y alone (and may add the smoothed copy, which is a new slot).
