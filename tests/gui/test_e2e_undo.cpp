@@ -66,12 +66,16 @@ TEST_F(Undo, ProfileArithmeticSmoothingXSpaceRegionsAndReset) {
     step("Conversion to d", "menu 40017\n");
     step("Conversion to Q", "menu 40089\n");
     step("Conversion to 2theta", "menu 40042\n");
+    step("Change wavelength", "dialog \"Change wavelength\" set 11 1.5406\ndialog \"Change wavelength\" press 12\n"
+                              "dialog \"Change wavelength\" press 1\nmenu 40087\n");
+    step("Open recent file", kFreeFormat + "menu 40038\n");
     step("Show", "dialog \"GRAPH SHOW\" grid 10 2 3 0\ndialog \"GRAPH SHOW\" press 1\nmenu 40023\n");
     step("Sorting", "dialog \"Sorting profiles\" grid 10 1 4 2\ndialog \"Sorting profiles\" grid 10 2 4 1\n"
                     "dialog \"Sorting profiles\" radio 23\nmenu 40025\n");
     step("Shift", "dialog 143 set 1336 5\ndialog 143 press 1\nmenu 40141\n");
-    step("Summation", "dialog 141 press 1332\ndialog 141 press 1\nmenu 40100\n");
-    step("Average", "dialog 141 press 1332\ndialog 141 press 1\nmenu 40123\n");
+    const std::string two_rows = "dialog 141 grid 1331 1 4 1\ndialog 141 grid 1331 2 4 1\ndialog 141 press 1\n";
+    step("Summation", two_rows + "menu 40100\n");
+    step("Average", two_rows + "menu 40123\n");
     step("Difference", "dialog 139 set 1226 1\ndialog 139 set 1227 2\ndialog 139 press 1\nmenu 40101\n");
     step("Offset/Align",
          "dialog 105 grid 1340 2 2 1\ndialog 105 set 1341 0.5\ndialog 105 set 1342 100\ndialog 105 press 1\nmenu 40149\n");
