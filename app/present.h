@@ -149,6 +149,7 @@ struct DIALOG_FIELD {
     bool wrap = false;        // label: its text wraps at the dialog's width
     // In a modeless dialog, a change made by the user (a slider moved, a check box clicked,
     // Return in an edit) comes out of WMessage as a PushButton event with the field's number.
+    // In a modal one, a double-click on a line of a tree ends the dialog with OK.
     bool notify = false;
 };
 inline DIALOG_FIELD Fld(int id, FIELD_KIND kind, const std::string& label, int tab = 0) {

@@ -230,7 +230,9 @@ void Edit_History(int) {
     DIALOG_TEMPLATE t;
     DIALOG_FIELD summary = Fld(kSummary, FIELD_KIND::Label, "");
     summary.wrap = true;
-    t.fields = {summary, Fld(kSteps, FIELD_KIND::Tree, "Steps"), Fld(kMaxSteps, FIELD_KIND::Integer, "Steps kept at most"),
+    DIALOG_FIELD steps_list = Fld(kSteps, FIELD_KIND::Tree, "Steps");
+    steps_list.notify = true;  // a double-click goes to the step
+    t.fields = {summary, steps_list, Fld(kMaxSteps, FIELD_KIND::Integer, "Steps kept at most"),
                 Fld(kMaxMb, FIELD_KIND::Real, "Megabytes kept at most"), Fld(1, FIELD_KIND::PushButton, "Go to step"),
                 Fld(2, FIELD_KIND::PushButton, "Close")};
     WDialogLoad(WDialogDefineTitled("History", t));
@@ -243,7 +245,7 @@ void Edit_History(int) {
     WDialogPutMenu(kSteps, lines, now + 1);
     const HISTORY_LIMITS l = History_Limits();
     WDialogPutString(kSummary, "The history holds " + megabytes(History_Bytes()) + " in " + std::to_string(names.size()) +
-                                   " steps. Choose a step and press \"Go to step\" to undo or redo up to it.");
+                                   " steps. Double-click a step, or choose it and press \"Go to step\", to undo or redo up to it.");
     WDialogPutInteger(kMaxSteps, l.steps);
     WDialogPutReal(kMaxMb, l.megabytes);
     WDialogShow(-1, -1, 0, Modal);

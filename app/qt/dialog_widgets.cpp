@@ -104,6 +104,9 @@ QWidget* make_field(DIALOG_STATE& d, FIELD_STATE& f, std::map<int, QButtonGroup*
     case FIELD_KIND::Tree: {
         auto* t = new QTreeWidget;
         t->setHeaderHidden(true);
+        // a tree that notifies, in a modal dialog: a double-click on a line is that line and OK
+        if (def.notify && modal)
+            QObject::connect(t, &QTreeWidget::itemDoubleClicked, dlg, [dlg](QTreeWidgetItem*, int) { dlg->done(kIdOk); });
         w = t;
         break;
     }

@@ -16,6 +16,9 @@
 #include <QMenu>
 #include <QTest>
 #include <QToolBar>
+#include <QDialog>
+#include <QTimer>
+#include <QTreeWidget>
 
 using namespace zendrite;
 
@@ -133,4 +136,38 @@ TEST_F(RootMenu, EveryItemHasAHintAndTheKeysReachTheirCommands) {
     EXPECT_EQ(WMenuGetShortcut(40014), "Ctrl+O");
     EXPECT_EQ(WMenuGetShortcut(40016), "Ctrl+Shift+O");
     EXPECT_EQ(WMenuGetShortcut(40084), "F1");
+}
+
+// The History window's list: a double-click on a line is that line and OK, in a dialog shown for real.
+TEST_F(RootMenu, ADoubleClickOnANotifyingTreeLineEndsTheDialogWithIt) {
+    DIALOG_TEMPLATE t;
+    DIALOG_FIELD tree = Fld(11, FIELD_KIND::Tree, "Steps");
+    tree.notify = true;
+    t.fields = {tree, Fld(1, FIELD_KIND::PushButton, "Go to step"), Fld(2, FIELD_KIND::PushButton, "Close")};
+    WDialogLoad(WDialogDefineTitled("Double-click test", t));
+    WDialogPutMenu(11, {"0. Start", "1. Open", "2. Smooth", "3. Shift"}, 1);
+    WSetUnattended(false);
+    bool clicked = false;
+    QTimer::singleShot(200, [&clicked] {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* tw = w->findChild<QTreeWidget*>(); tw && w->isVisible()) {
+                QTreeWidgetItem* item = tw->topLevelItem(2);
+                const QRect r = tw->visualItemRect(item);
+                QTest::mouseDClick(tw->viewport(), Qt::LeftButton, Qt::NoModifier, r.center());
+                clicked = true;
+            }
+    });
+    // a safety: the dialog closes with Close if the click never came
+    QTimer::singleShot(3000, [] {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* d = qobject_cast<QDialog*>(w); d && d->isVisible()) d->done(2);
+    });
+    WDialogShow(-1, -1, 0, Modal);
+    WSetUnattended(true);
+    EXPECT_TRUE(clicked);
+    EXPECT_EQ(WInfoDialog(4), 1);
+    int chosen = 0;
+    WDialogGetMenu(11, chosen);
+    EXPECT_EQ(chosen, 3);
+    WDialogUnload();
 }
