@@ -83,9 +83,18 @@ void Draw_Slot_Curves(int slot, float xmin, float xmax, bool log) {
     look.line_colour = st.line_colour, look.line_width = st.line_width;
     // the error bars of a MONO file come between its markers and where a line would be
     look.line_type = mono ? -1 : st.line_type;
+    // Publication: a line where the points are denser than the pixels, small circles on it where
+    // they are fewer than one in four page units across the frame
+    if (Plot_Style() == "Publication" && !mono) {
+        int shown = 0;
+        for (int i = 1; i <= n; ++i) shown += p.x(i) >= xmin && p.x(i) <= xmax;
+        const float across = (s.zone_right - s.zone_left) * static_cast<float>(s.page_width);
+        if (static_cast<float>(shown) * 4.0f < across) look.marker = 2, look.marker_size = 3;
+    }
     curve(o, p.x.data(), p.y.data(), n, log, look);
 
-    if (mono && p.sigma.size() >= n) {
+    const bool bars = mono || (s.error_bars && p.gsigma && !log);
+    if (bars && p.sigma.size() >= n) {
         float* low = Curve_Scratch(n);
         float* high = Curve_Scratch(n);
         for (int i = 1; i <= n; ++i) {

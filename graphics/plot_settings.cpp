@@ -59,7 +59,9 @@ const std::array<int, 12>& Publication_Colours() {
 }
 
 void Set_Plot_Style(const std::string& style) {
-    const std::string axis = Plot_Settings().second_axis;  // the axis is a choice of its own
+    // the axis and the error bars are choices of their own
+    const std::string axis = Plot_Settings().second_axis;
+    const bool bars = Plot_Settings().error_bars;
     PLOT_SETTINGS s = defaults();
     style_name() = style == "Publication" ? "Publication" : "Classic";
     if (style_name() == "Publication") {
@@ -79,6 +81,7 @@ void Set_Plot_Style(const std::string& style) {
         s.y_legend = TEXT_STYLE{WRGB(0, 0, 0), 7, 1, 1, 15};
     }
     s.second_axis = axis;
+    s.error_bars = bars;
     Plot_Settings() = s;
 }
 

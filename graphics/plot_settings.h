@@ -52,6 +52,7 @@ struct PLOT_SETTINGS {
     bool hide_y_scale = true;
     bool excluded_limit_range = false;
     std::string second_axis;  // "d-space", "q-space": a second X axis along the top; empty: none
+    bool error_bars = false;  // sigma drawn as bars on every profile that has it, on request
 };
 
 PLOT_SETTINGS& Plot_Settings();

@@ -79,7 +79,7 @@ struct RENDER_ARGS {
     std::vector<std::string> files;
     std::string mode, out, view = "2d", style = "classic";
     PICTURE_OPTIONS picture;
-    bool log = false;
+    bool log = false, error_bars = false;
 };
 
 // WxH in pixels, or WxHmm in millimetres; plain decimal numbers only.
@@ -136,6 +136,8 @@ int parse(const std::vector<std::string>& args, RENDER_ARGS& r, std::ostream& er
             }
         } else if (a == "--log") {
             r.log = true;
+        } else if (a == "--error-bars") {
+            r.error_bars = true;
         } else if (hxl::Starts_With(a, "--")) {
             err << "zendrite-batch render: unknown option " << a << "\n";
             return 2;
@@ -217,6 +219,7 @@ int run_render(const std::vector<std::string>& args, std::ostream&, std::ostream
     Start_Batch_Window("render");
     Reset_Store();
     Enter_None_Mode();
+    Plot_Settings().error_bars = r.error_bars;
     Set_Plot_Style(r.style == "publication" ? "Publication" : "Classic");
     if (!load(r, err)) return 1;
     Compute_Plot_Limits();
@@ -234,13 +237,14 @@ int run_render(const std::vector<std::string>& args, std::ostream&, std::ostream
 
 const bool registered = Register_Batch_Verb(
     {"render", "render FILE... [--format MODE|auto] --out OUT.{png,jpg,bmp,tif,svg,pdf,eps,ps,emf,plt,dxf} "
-               "[--size WxH|WxHmm] [--dpi N] [--log] [--view NAME] [--style classic|publication]",
+               "[--size WxH|WxHmm] [--dpi N] [--log] [--view NAME] [--style classic|publication] [--error-bars]",
      "      loads the files as the File menu does and writes the picture the main window\n"
      "      would show, the whole page, 1200 x 800 pixels unless --size says otherwise\n"
      "      (WxHmm in millimetres at --dpi, 300 by default then); --log draws Y in\n"
      "      logarithm; --view names the picture: 2d (the default), contour,\n"
      "      contour-log, stack or surface (the many-pattern views); --style publication\n"
      "      draws on a white page with twelve colours that colour-blind readers tell apart;\n"
+     "      --error-bars draws the sigma of the profiles that have one;\n"
      "      the format comes from OUT's extension",
      run_render});
 

@@ -78,8 +78,8 @@ void Ext_Sequential_Run(int item);
 void Multi_View_Settings(int item);
 
 // plot_style_setting.cpp: Options, the Classic or Publication plot style
-inline constexpr int kPlotStyleItem = 40249;
-void Options_Plot_Style(int item);
+inline constexpr int kPlotStyleItem = 40249, kErrorBarsItem = 40253;
+void Options_Plot_Style(int item);  // both items: the style, and the error bars from sigma
 void Read_Plot_Style_Setting();  // the kept style, with the menu check
 
 // second_axis_setting.cpp: the check items of a second X axis in d or in Q

@@ -154,6 +154,7 @@ const std::vector<std::pair<int, const char*>>& Menu_Hints() {
         // Options, Help
         {40033, "Plot colours, styles, helper programs and the window"},
         {kPlotStyleItem, "A white page, twelve colours that colour-blind readers tell apart, thin lines"},
+        {kErrorBarsItem, "Draw the standard deviations of the profiles that have them as bars"},
         {40084, "Open the user's guide in the web browser (F1)"},
         {40085, "Open the user's guide as a PDF file"},
         {40086, "Open the guide of the refinement suite's window"},

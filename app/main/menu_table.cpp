@@ -43,6 +43,7 @@ const std::vector<MENU_COMMAND_TYPE>& Menu_Table() {
             // Options, Help
             {40033, Options_Preferences},
             {kPlotStyleItem, Options_Plot_Style},
+            {kErrorBarsItem, Options_Plot_Style},
             {40018, Help_About},
             {40084, Help_Docs},
             {40085, Help_Docs},

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QColor>
+#include <cmath>
 #include <QImage>
 #include <filesystem>
 #include <fstream>
@@ -93,4 +94,37 @@ TEST_F(PlotStyle, TheOptionsItemSwitchesAndTheChoiceIsKept) {
     EXPECT_EQ(QImage(QString::fromStdString(at("p2.png"))).pixel(3, 3) & 0xFFFFFF, rgb(255, 255, 255));
     EXPECT_EQ(QImage(QString::fromStdString(at("c2.png"))).pixel(3, 3),
               QImage(QString::fromStdString(at("c.png"))).pixel(3, 3));
+}
+
+// Forty points with sigma: small circles on the line in the Publication style, and the bars of
+// sigma when asked, by the batch option or by the Options item (kept with the style).
+TEST_F(PlotStyle, ErrorBarsOnRequestAndCirclesOnSparsePoints) {
+    {
+        std::ofstream f(home / "sparse.xye");
+        for (int i = 0; i < 40; ++i) {
+            const double x = 20 + 0.5 * i, y = 1000 + 800 * std::exp(-std::pow((x - 30) / 1.5, 2));
+            f << x << ' ' << y << ' ' << 3 * std::sqrt(y) << '\n';
+        }
+    }
+    const std::string f = " '" + at("sparse.xye") + "'";
+    ASSERT_EQ(batch("render" + f + " --out plain.png --style publication"), 0) << file("err.txt");
+    ASSERT_EQ(batch("render" + f + " --out bars.png --style publication --error-bars"), 0) << file("err.txt");
+    const auto plain = colours(QImage(QString::fromStdString(at("plain.png"))));
+    const auto bars = colours(QImage(QString::fromStdString(at("bars.png"))));
+    const QRgb blue = rgb(0, 114, 178);
+    ASSERT_TRUE(plain.count(blue));
+    // 40 bars of about 2 x 95 counts each on a frame of about 1000 counts and 560 pixels: thousands of pixels more
+    EXPECT_GT(bars.at(blue), plain.at(blue) + 2000);
+
+    fs::copy_file(home / "sparse.xye", home / "a.xye");
+    const std::string open = "files " + at("a.xye") + "\nmenu 40014\n";
+    ASSERT_EQ(run(open + "menu 40249\nmenu 40253\npicture 0 " + at("w1.png") + "\n"), 0) << err;
+    ASSERT_EQ(run(open + "picture 0 " + at("w2.png") + "\nmenu 40253\npicture 0 " + at("w3.png") + "\n"), 0) << err;
+    const auto w1 = colours(QImage(QString::fromStdString(at("w1.png"))));
+    const auto w2 = colours(QImage(QString::fromStdString(at("w2.png"))));
+    const auto w3 = colours(QImage(QString::fromStdString(at("w3.png"))));
+    EXPECT_EQ(w1.at(blue), w2.at(blue));      // both choices kept for the next start
+    EXPECT_GT(w2.at(blue), w3.at(blue) + 1000);  // the item takes the bars away again
+    EXPECT_NE(file(".zdp/zendrite.plotstyle").find("Publication\nnoerrorbars"), std::string::npos)
+        << file(".zdp/zendrite.plotstyle");
 }
